@@ -1,0 +1,40 @@
+// A Prompt that shows nothing: it answers from a script the test sets up and
+// records every dialog it was asked to show.
+#pragma once
+
+#include "ui/Prompt.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <deque>
+#include <vector>
+
+class ScriptedPrompt : public Prompt {
+public:
+    struct Shown {
+        enum class Kind { Stop, Confirm, Input } kind;
+        QString title;
+        QString text;
+        QString defaultText;
+    };
+
+    // Answers for the next confirmations (OK when true) and input boxes, in order.
+    // With the script empty, a confirmation answers Cancel and an input box "".
+    void answerConfirm(bool ok) { m_confirms.push_back(ok); }
+    void answerInput(const QString &text) { m_inputs.push_back(text); }
+
+    const std::vector<Shown> &shown() const { return m_shown; }
+    const Shown *last() const { return m_shown.empty() ? nullptr : &m_shown.back(); }
+    void clear() { m_shown.clear(); }
+
+    void stop(QWidget *parent, const QString &title, const QString &text) override;
+    bool confirm(QWidget *parent, const QString &title, const QString &text) override;
+    QString input(QWidget *parent, const QString &title, const QString &prompt,
+                  const QString &defaultText = QString()) override;
+
+private:
+    std::deque<bool> m_confirms;
+    std::deque<QString> m_inputs;
+    std::vector<Shown> m_shown;
+};

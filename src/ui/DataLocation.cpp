@@ -1,0 +1,48 @@
+#include "ui/DataLocation.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QTemporaryFile>
+
+namespace {
+
+const QString DataDirName = QStringLiteral("data");
+
+} // namespace
+
+QString PortableDataDir()
+{
+    return QDir(QCoreApplication::applicationDirPath()).filePath(DataDirName);
+}
+
+bool CanCreateFilesIn(const QString &dir)
+{
+    if (!QFileInfo(dir).isDir())
+        return false;
+    // The temporary file is created exclusively under a unique name and removed
+    // when it goes out of scope, so nothing of the user's is touched.
+    QTemporaryFile probe(QDir(dir).filePath(QStringLiteral(".tavrino-write-probe-XXXXXX")));
+    return probe.open();
+}
+
+QString ChooseDataDir(const QString &programDir, const QString &userDataDir)
+{
+    const QString portable = QDir(programDir).filePath(DataDirName);
+    const bool portableUsable =
+        QFileInfo::exists(portable) ? CanCreateFilesIn(portable) : CanCreateFilesIn(programDir);
+    if (portableUsable)
+        return portable;
+
+    QDir().mkpath(userDataDir);
+    return QDir(userDataDir).filePath(DataDirName);
+}
+
+std::filesystem::path DataDirForThisProgram()
+{
+    const QString chosen =
+        ChooseDataDir(QCoreApplication::applicationDirPath(),
+                      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    return QDir(chosen).filesystemPath();
+}

@@ -1,0 +1,29 @@
+// The one way screens talk to the user in dialogs: message boxes, confirmations
+// and input boxes. Tests replace it with scripted answers.
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+class Prompt {
+public:
+    virtual ~Prompt() = default;
+
+    // A message box with the stop icon and an OK button.
+    virtual void stop(QWidget *parent, const QString &title, const QString &text) = 0;
+    // A message box with OK and Cancel and the question icon; true only for OK.
+    virtual bool confirm(QWidget *parent, const QString &title, const QString &text) = 0;
+    // A modal input box; an empty text when the user cancels.
+    virtual QString input(QWidget *parent, const QString &title, const QString &prompt,
+                          const QString &defaultText = QString()) = 0;
+};
+
+// The real dialogs. Line breaks in texts are single carriage returns, shown as new lines.
+class DialogPrompt : public Prompt {
+public:
+    void stop(QWidget *parent, const QString &title, const QString &text) override;
+    bool confirm(QWidget *parent, const QString &title, const QString &text) override;
+    QString input(QWidget *parent, const QString &title, const QString &prompt,
+                  const QString &defaultText = QString()) override;
+};

@@ -1,0 +1,27 @@
+#include "Session.h"
+
+#include "Prompt.h"
+#include "core/StudentsFile.h"
+#include "core/TestsFile.h"
+
+namespace {
+
+bool reported(const std::optional<FileError> &error, Prompt &prompt, QWidget *parent)
+{
+    if (!error)
+        return true;
+    prompt.stop(parent, QStringLiteral("Tavrino"), QString::fromStdString(error->message()));
+    return false;
+}
+
+} // namespace
+
+bool Session::saveTests(QWidget *parent)
+{
+    return reported(SaveTests(bank, paths.TestsPath), prompt, parent);
+}
+
+bool Session::saveStudents(QWidget *parent)
+{
+    return reported(SaveStudents(records, paths.StudentsPath), prompt, parent);
+}
