@@ -1,0 +1,38 @@
+// Replacing a data file in one step, so that a save that fails part-way never
+// damages or shortens the file that was there before.
+#pragma once
+
+#include "core/FileError.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+// The bytes go to a temporary file in the same directory, are flushed to disk and
+// the temporary file is renamed over path. On any failure the temporary file is
+// removed, path is left as it was and the error names path and the cause.
+std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
+                                             std::string_view bytes);
+
+// The bytes are written in pieces of this size, so a test can fail a later write.
+constexpr std::size_t AtomicWriteChunk = 4096;
+
+// The steps of a save, in the order they happen.
+enum class SaveStep { Create, Write, Flush, Close, Rename };
+
+struct SaveFault {
+    SaveStep step = SaveStep::Create;
+    int error = EIO;            // the errno the failing step reports
+    std::size_t writeIndex = 0; // with SaveStep::Write: which write fails, 0 for the first
+};
+
+// For tests: while an instance lives, every save fails at the given step.
+class InjectedSaveFault {
+public:
+    explicit InjectedSaveFault(const SaveFault &fault);
+    ~InjectedSaveFault();
+    InjectedSaveFault(const InjectedSaveFault &) = delete;
+    InjectedSaveFault &operator=(const InjectedSaveFault &) = delete;
+};

@@ -1,0 +1,12 @@
+// Converting text between UTF-8, as it is held in memory, and Windows-1252,
+// the single-byte code page of the data files.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// Every byte maps to one character, so any file text survives a load and a save.
+std::string Cp1252ToUtf8(std::string_view bytes);
+
+// A character that Windows-1252 cannot hold, and any invalid UTF-8, becomes "?".
+std::string Utf8ToCp1252(std::string_view text);

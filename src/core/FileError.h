@@ -1,0 +1,32 @@
+// What went wrong with a data file, worded for the person at the screen.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+struct FileError {
+    enum class Kind {
+        Unreadable, // could not be opened or read
+        Damaged,    // read, but its contents do not form a valid file
+        Unwritable, // saving failed; the previous file is untouched
+        TooLong,    // a text is longer than the file format can hold
+    };
+
+    Kind kind = Kind::Unreadable;
+    std::string path;
+    std::string cause;                   // e.g. "Permission denied", "the file ends too early"
+    std::optional<std::uint64_t> offset; // byte offset of the damage, when known
+
+    // One or two sentences naming the file and the cause.
+    std::string message() const;
+};
+
+// The outcome of a load: the file was read, it was missing, or the error says why not.
+struct LoadResult {
+    enum class Status { Loaded, Missing, Failed };
+    Status status = Status::Loaded;
+    std::optional<FileError> error;
+
+    bool ok() const { return status != Status::Failed; }
+};

@@ -1,0 +1,21 @@
+// Reading and writing the Students file: the roster, every result, the last
+// chosen subject and how the results grid was last shown.
+#pragma once
+
+#include "FileError.h"
+#include "Students.h"
+#include "TestBank.h"
+
+#include <filesystem>
+#include <optional>
+
+// Writes the roster atomically; on failure the previous file is left as it was.
+std::optional<FileError> SaveStudents(const StudentRecords &records,
+                                      const std::filesystem::path &path);
+
+// Fills ShowByStudent, CurrentSubject, CurrentSubjectName and Students from the
+// file. When the file is missing (a first run) it creates one nameless current
+// student, saves at once and returns Missing (or Failed when that save failed).
+// A damaged file leaves the records unchanged and returns Failed.
+LoadResult LoadStudents(StudentRecords &records, const TestBank &bank,
+                        const std::filesystem::path &path);

@@ -1,0 +1,87 @@
+// The test bank: subjects, their stored questions and test lengths, and the
+// number ranges and operations from which Arithmetic questions are generated.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// Thirteen levels exist everywhere: 0 is kindergarten ("K"), then 1..12.
+constexpr int LevelCount = 13;
+// Operations in the order of their symbols: "+", "-", "x", "/".
+constexpr int OperationCount = 4;
+// The range tables have 31 rows although only rows 0..12 (the levels) are used;
+// the extra rows are part of the Tests file and are kept.
+constexpr int RangeRowCount = 31;
+
+constexpr int ArithmeticSubject = 0;
+constexpr int SpellingSubject = 1;
+// Subjects below this index are built in: they can be reverted, never renamed or deleted.
+constexpr int FirstAddedSubject = 6;
+
+constexpr int DefaultSeconds = 30;
+
+// Operation index -> symbol; "x" is a lower-case letter.
+constexpr std::array<char, OperationCount> OpSymbols = {'+', '-', 'x', '/'};
+
+// The operation index of a symbol, or -1 when the character is not one.
+int OperationIndex(char symbol);
+
+// "K" for level 0, "1".."12" otherwise.
+std::string LevelText(int level);
+
+struct Subject {
+    std::string Name;
+    bool AdjacentLevels = false; // questions of the neighbouring levels are used as well
+};
+
+struct Question {
+    std::string Text;
+    std::string Answer;
+    std::string Wrong1;
+    std::string Wrong2;
+    std::string Wrong3;
+};
+
+struct SubjectQuestions {
+    // Items[level][slot], every subject with slots 0..QuestionMax.
+    std::array<std::vector<Question>, LevelCount> Items;
+};
+
+struct SubjectLimits {
+    // The questions in use at level L are Items[L][0..LastQuestion[L]]; -1 means none.
+    std::array<int32_t, LevelCount> LastQuestion{};
+    int32_t Seconds = 0;
+};
+
+// [row 0..30][operation 0..3]
+using RangeTable = std::array<std::array<int32_t, OperationCount>, RangeRowCount>;
+
+constexpr int SwitchNumbers = 0;
+constexpr int SwitchBlanks = 1;
+
+struct TestBank {
+    int32_t SubjectMax = -1; // number of subjects minus 1
+    std::vector<Subject> Subjects;
+    int32_t QuestionMax = -1; // highest slot index of every subject's Items
+    std::vector<SubjectQuestions> QuestionBank;
+    std::vector<SubjectLimits> Limits;
+
+    RangeTable ArithLow1{};
+    RangeTable ArithHigh1{};
+    RangeTable ArithLow2{};
+    RangeTable ArithHigh2{};
+    // The operation symbols asked at each level, in the order they are asked.
+    std::array<std::string, LevelCount> ArithOps;
+    // [level][SwitchNumbers or SwitchBlanks]
+    std::array<std::array<bool, 2>, LevelCount> ArithSwitch{};
+};
+
+// Resizes every subject's Items to slots 0..questionMax, keeping their contents,
+// and sets QuestionMax.
+void ResizeQuestionSlots(TestBank &bank, int32_t questionMax);
+
+// Whether the level can give questions: operations for Arithmetic, a stored
+// question for any other subject.
+bool LevelHasQuestions(const TestBank &bank, int subject, int level);

@@ -1,0 +1,321 @@
+#include "core/TestsFile.h"
+
+#include "core/AtomicFile.h"
+#include "core/ByteIO.h"
+#include "core/DefaultBank.h"
+#include "core/ReadFile.h"
+
+#include <string>
+
+namespace {
+
+// The six built-in subjects are assumed everywhere, so a file needs at least these.
+constexpr int32_t MinSubjectMax = FirstAddedSubject - 1;
+
+// The least a record can take in the file: empty texts, nothing else optional.
+constexpr std::size_t MinSubjectBytes = 2 + 2;
+constexpr std::size_t ItemsDescriptorBytes = 2 + 4 * 4;
+constexpr std::size_t MinQuestionBytes = 5 * 2;
+constexpr std::size_t LimitsBytes = (LevelCount + 1) * 4;
+constexpr std::size_t RangeTableBytes = RangeRowCount * OperationCount * 4;
+constexpr std::size_t MinTailBytes = 4 * RangeTableBytes + LevelCount * 2 + LevelCount * 2 * 2;
+
+std::string Quoted(const std::string &text)
+{
+    return "\"" + text + "\"";
+}
+
+// --- Writing ---
+
+std::optional<std::string> InconsistencyIn(const TestBank &bank)
+{
+    const auto subjects = static_cast<std::size_t>(bank.SubjectMax) + 1;
+    if (bank.SubjectMax < MinSubjectMax || bank.Subjects.size() != subjects ||
+        bank.QuestionBank.size() != subjects || bank.Limits.size() != subjects) {
+        return "the subject tables do not agree with SubjectMax " + std::to_string(bank.SubjectMax);
+    }
+    if (bank.QuestionMax < 0) {
+        return "QuestionMax is " + std::to_string(bank.QuestionMax);
+    }
+    for (std::size_t s = 0; s < subjects; ++s) {
+        for (int level = 0; level < LevelCount; ++level) {
+            if (bank.QuestionBank[s].Items[level].size() !=
+                static_cast<std::size_t>(bank.QuestionMax) + 1) {
+                return "the questions of subject " + Quoted(bank.Subjects[s].Name) +
+                       " do not agree with QuestionMax";
+            }
+            const int32_t last = bank.Limits[s].LastQuestion[level];
+            if (last < -1 || last > bank.QuestionMax) {
+                return "the last question of subject " + Quoted(bank.Subjects[s].Name) +
+                       " at level " + LevelText(level) + " is outside the question slots";
+            }
+        }
+        if (bank.Limits[s].Seconds < 1) {
+            return "the test length of subject " + Quoted(bank.Subjects[s].Name) + " is " +
+                   std::to_string(bank.Limits[s].Seconds) + " seconds";
+        }
+    }
+    return std::nullopt;
+}
+
+void WriteRangeTable(ByteWriter &out, const RangeTable &table)
+{
+    for (int op = 0; op < OperationCount; ++op) {
+        for (int row = 0; row < RangeRowCount; ++row) {
+            out.int32(table[row][op]);
+        }
+    }
+}
+
+void WriteQuestion(ByteWriter &out, const Question &question, const Subject &subject, int level,
+                   int slot)
+{
+    const auto describe = [&](const char *field) {
+        return [&subject, level, slot, field] {
+            return std::string("the ") + field + " of question " + std::to_string(slot + 1) +
+                   " at level " + LevelText(level) + " of subject " + Quoted(subject.Name);
+        };
+    };
+    out.text(question.Text, describe("text"));
+    out.text(question.Answer, describe("answer"));
+    out.text(question.Wrong1, describe("first wrong answer"));
+    out.text(question.Wrong2, describe("second wrong answer"));
+    out.text(question.Wrong3, describe("third wrong answer"));
+}
+
+std::string EncodeTests(const TestBank &bank)
+{
+    ByteWriter out;
+    out.int32(bank.SubjectMax);
+    for (std::size_t s = 0; s < bank.Subjects.size(); ++s) {
+        out.text(bank.Subjects[s].Name, [s] { return "the name of subject " + std::to_string(s); });
+        out.bool16(bank.Subjects[s].AdjacentLevels);
+    }
+
+    out.int32(bank.QuestionMax);
+    for (std::size_t s = 0; s < bank.QuestionBank.size(); ++s) {
+        // Dimensions slowest first: question index, then level.
+        out.int16(2);
+        out.int32(bank.QuestionMax + 1);
+        out.int32(0);
+        out.int32(LevelCount);
+        out.int32(0);
+        const SubjectQuestions &questions = bank.QuestionBank[s];
+        for (int slot = 0; slot <= bank.QuestionMax; ++slot) {
+            for (int level = 0; level < LevelCount; ++level) {
+                WriteQuestion(out, questions.Items[level][slot], bank.Subjects[s], level, slot);
+            }
+        }
+    }
+
+    for (const SubjectLimits &limits : bank.Limits) {
+        for (const int32_t last : limits.LastQuestion) {
+            out.int32(last);
+        }
+        out.int32(limits.Seconds);
+    }
+
+    WriteRangeTable(out, bank.ArithLow1);
+    WriteRangeTable(out, bank.ArithHigh1);
+    WriteRangeTable(out, bank.ArithLow2);
+    WriteRangeTable(out, bank.ArithHigh2);
+    for (int level = 0; level < LevelCount; ++level) {
+        out.text(bank.ArithOps[level],
+                 [level] { return "the Arithmetic operations of level " + LevelText(level); });
+    }
+    for (const int column : {SwitchNumbers, SwitchBlanks}) {
+        for (int level = 0; level < LevelCount; ++level) {
+            out.bool16(bank.ArithSwitch[level][column]);
+        }
+    }
+    return out.bytes();
+}
+
+// --- Reading ---
+
+int32_t ReadSubjectMax(ByteReader &in)
+{
+    const std::size_t at = in.offset();
+    const int32_t subjectMax = in.int32();
+    if (subjectMax < MinSubjectMax) {
+        in.failAt(at, "SubjectMax is " + std::to_string(subjectMax) +
+                          ", but the six built-in subjects need at least " +
+                          std::to_string(MinSubjectMax));
+    }
+    if ((static_cast<std::size_t>(subjectMax) + 1) * MinSubjectBytes > in.remaining()) {
+        in.failAt(at, "SubjectMax " + std::to_string(subjectMax) +
+                          " claims more subjects than the file holds");
+    }
+    return subjectMax;
+}
+
+int32_t ReadQuestionMax(ByteReader &in, int32_t subjectMax)
+{
+    const std::size_t at = in.offset();
+    const int32_t questionMax = in.int32();
+    if (questionMax < 0) {
+        in.failAt(at, "QuestionMax is " + std::to_string(questionMax));
+    }
+    // Divided rather than multiplied, so that no count can overflow the check.
+    const std::size_t subjects = static_cast<std::size_t>(subjectMax) + 1;
+    const std::size_t slots = static_cast<std::size_t>(questionMax) + 1;
+    constexpr std::size_t fixedPerSubject = ItemsDescriptorBytes + LimitsBytes;
+    constexpr std::size_t minSlotBytes = MinQuestionBytes * LevelCount;
+    bool fits = in.remaining() >= MinTailBytes;
+    if (fits) {
+        const std::size_t perSubject = (in.remaining() - MinTailBytes) / subjects;
+        fits =
+            perSubject >= fixedPerSubject && slots <= (perSubject - fixedPerSubject) / minSlotBytes;
+    }
+    if (!fits) {
+        in.failAt(at, "QuestionMax " + std::to_string(questionMax) +
+                          " claims more questions than the file holds");
+    }
+    return questionMax;
+}
+
+void ExpectValue(ByteReader &in, const char *what, int32_t expected, int32_t actual, std::size_t at)
+{
+    if (actual != expected) {
+        in.failAt(at, std::string("the question table's ") + what + " is " +
+                          std::to_string(actual) + " instead of " + std::to_string(expected));
+    }
+}
+
+void ReadItems(ByteReader &in, SubjectQuestions &questions, int32_t questionMax)
+{
+    std::size_t at = in.offset();
+    ExpectValue(in, "number of dimensions", 2, in.int16(), at);
+    at = in.offset();
+    ExpectValue(in, "number of question slots", questionMax + 1, in.int32(), at);
+    at = in.offset();
+    ExpectValue(in, "lowest question slot", 0, in.int32(), at);
+    at = in.offset();
+    ExpectValue(in, "number of levels", LevelCount, in.int32(), at);
+    at = in.offset();
+    ExpectValue(in, "lowest level", 0, in.int32(), at);
+
+    for (std::vector<Question> &level : questions.Items) {
+        level.resize(static_cast<std::size_t>(questionMax) + 1);
+    }
+    for (int slot = 0; slot <= questionMax; ++slot) {
+        for (int level = 0; level < LevelCount; ++level) {
+            Question &question = questions.Items[level][slot];
+            question.Text = in.text();
+            question.Answer = in.text();
+            question.Wrong1 = in.text();
+            question.Wrong2 = in.text();
+            question.Wrong3 = in.text();
+        }
+    }
+}
+
+void ReadLimits(ByteReader &in, SubjectLimits &limits, int32_t questionMax)
+{
+    for (int level = 0; level < LevelCount; ++level) {
+        const std::size_t at = in.offset();
+        const int32_t last = in.int32();
+        if (last < -1 || last > questionMax) {
+            in.failAt(at, "the last question at level " + LevelText(level) + " is " +
+                              std::to_string(last) + ", outside -1.." +
+                              std::to_string(questionMax));
+        }
+        limits.LastQuestion[level] = last;
+    }
+    const std::size_t at = in.offset();
+    limits.Seconds = in.int32();
+    // A test of no time at all, or of negative time, could never run properly.
+    if (limits.Seconds < 1) {
+        in.failAt(at, "the test length is " + std::to_string(limits.Seconds) + " seconds");
+    }
+}
+
+void ReadRangeTable(ByteReader &in, RangeTable &table)
+{
+    for (int op = 0; op < OperationCount; ++op) {
+        for (int row = 0; row < RangeRowCount; ++row) {
+            table[row][op] = in.int32();
+        }
+    }
+}
+
+TestBank DecodeTests(ByteReader &in)
+{
+    TestBank bank;
+    bank.SubjectMax = ReadSubjectMax(in);
+    const auto subjects = static_cast<std::size_t>(bank.SubjectMax) + 1;
+    bank.Subjects.resize(subjects);
+    for (Subject &subject : bank.Subjects) {
+        subject.Name = in.text();
+        subject.AdjacentLevels = in.bool16();
+    }
+
+    bank.QuestionMax = ReadQuestionMax(in, bank.SubjectMax);
+    bank.QuestionBank.resize(subjects);
+    for (SubjectQuestions &questions : bank.QuestionBank) {
+        ReadItems(in, questions, bank.QuestionMax);
+    }
+
+    bank.Limits.resize(subjects);
+    for (SubjectLimits &limits : bank.Limits) {
+        ReadLimits(in, limits, bank.QuestionMax);
+    }
+
+    ReadRangeTable(in, bank.ArithLow1);
+    ReadRangeTable(in, bank.ArithHigh1);
+    ReadRangeTable(in, bank.ArithLow2);
+    ReadRangeTable(in, bank.ArithHigh2);
+    for (std::string &ops : bank.ArithOps) {
+        ops = in.text();
+    }
+    for (const int column : {SwitchNumbers, SwitchBlanks}) {
+        for (int level = 0; level < LevelCount; ++level) {
+            bank.ArithSwitch[level][column] = in.bool16();
+        }
+    }
+    in.expectEnd();
+    return bank;
+}
+
+} // namespace
+
+std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::path &path)
+{
+    if (const std::optional<std::string> problem = InconsistencyIn(bank)) {
+        return FileError{FileError::Kind::Unwritable,
+                         path.string(),
+                         "the test bank in memory is inconsistent: " + *problem,
+                         {}};
+    }
+    std::string bytes;
+    try {
+        bytes = EncodeTests(bank);
+    } catch (const TextTooLong &tooLong) {
+        return FileError{FileError::Kind::TooLong,
+                         path.string(),
+                         std::string(tooLong.what()) + " is longer than " +
+                             std::to_string(MaxTextBytes) + " bytes",
+                         {}};
+    }
+    return WriteFileAtomically(path, bytes);
+}
+
+LoadResult LoadTests(TestBank &bank, const std::filesystem::path &path)
+{
+    FileContents contents = ReadWholeFile(path);
+    if (contents.missing) {
+        BuildDefaultTests(bank);
+        return {LoadResult::Status::Missing, std::nullopt};
+    }
+    if (contents.error) {
+        return {LoadResult::Status::Failed, contents.error};
+    }
+    try {
+        ByteReader in(contents.bytes);
+        bank = DecodeTests(in);
+    } catch (const ReadError &damage) {
+        return {LoadResult::Status::Failed,
+                FileError{FileError::Kind::Damaged, path.string(), damage.what(), damage.offset()}};
+    }
+    return {LoadResult::Status::Loaded, std::nullopt};
+}

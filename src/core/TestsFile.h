@@ -1,0 +1,15 @@
+// Reading and writing the Tests file, which holds the whole test bank.
+#pragma once
+
+#include "FileError.h"
+#include "TestBank.h"
+
+#include <filesystem>
+#include <optional>
+
+// Writes the bank atomically; on failure the previous file is left as it was.
+std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::path &path);
+
+// Fills the bank from the file. A missing file builds the defaults in memory
+// (nothing is written). A damaged file leaves the bank unchanged and returns Failed.
+LoadResult LoadTests(TestBank &bank, const std::filesystem::path &path);
