@@ -1,0 +1,71 @@
+#include "Judge.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <string>
+#include <utility>
+
+TEST(LeadingNumber, ReadsTheNumberAtTheStartOfTheText)
+{
+    const std::pair<const char *, double> cases[] = {
+        {"12abc", 12}, {"abc", 0},  {"", 0},       {" 7", 7},    {"\t\n 7", 7},     {"-3", -3},
+        {"+3", 3},     {"--3", 0},  {"1e3", 1000}, {"2D2", 200}, {"1.5e-1", .15},   {"2.5E+2", 250},
+        {".", 0},      {".5", 0.5}, {"3.", 3},     {"1 2", 12},  {"- 1 . 5", -1.5}, {"1.2.3", 1.2},
+        {"1e", 1},     {"7x", 7},   {"e5", 0},     {"0012", 12}, {"1,5", 1},        {"4\r", 4},
+    };
+    for (const auto &[text, expected] : cases) {
+        EXPECT_DOUBLE_EQ(LeadingNumber(text), expected) << '"' << text << '"';
+    }
+    EXPECT_TRUE(std::isinf(LeadingNumber("1e999999999999")));
+    EXPECT_EQ(LeadingNumber("1e-999999999999"), 0.0);
+}
+
+TEST(LeadingNumber, ReadsAPointWhateverTheUsersLocale)
+{
+    const char *commaLocales[] = {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE"};
+    const std::string previous = std::setlocale(LC_NUMERIC, nullptr);
+    bool switched = false;
+    for (const char *name : commaLocales) {
+        if (std::setlocale(LC_NUMERIC, name) != nullptr) {
+            switched = true;
+            break;
+        }
+    }
+    if (!switched) {
+        GTEST_SKIP() << "no locale with a decimal comma is installed";
+    }
+    const double value = LeadingNumber("2.5");
+    const double withComma = LeadingNumber("2,5");
+    std::setlocale(LC_NUMERIC, previous.c_str());
+    EXPECT_EQ(value, 2.5);
+    EXPECT_EQ(withComma, 2.0);
+}
+
+TEST(IsRightArithmetic, AnyEntryThatMakesTheEquationTrueIsRight)
+{
+    EXPECT_TRUE(IsRightArithmetic("3", '+', "4", "7"));
+    EXPECT_TRUE(IsRightArithmetic("2", '+', "5", "7"));
+    EXPECT_FALSE(IsRightArithmetic("3", '+', "4", "8"));
+    EXPECT_TRUE(IsRightArithmetic("10", '-', "4", "6"));
+    EXPECT_FALSE(IsRightArithmetic("4", '-', "10", "6"));
+    EXPECT_TRUE(IsRightArithmetic("6", 'x', "7", "42"));
+    EXPECT_FALSE(IsRightArithmetic("6", '*', "7", "42"));
+    EXPECT_TRUE(IsRightArithmetic("7", '/', "2", "3.5"));
+    EXPECT_FALSE(IsRightArithmetic("7", '/', "2", "3"));
+    EXPECT_TRUE(IsRightArithmetic("12abc", '/', " 4", "3 "));
+    EXPECT_TRUE(IsRightArithmetic("abc", '+', "", "0"));
+    // Compared exactly in double precision, as typed.
+    EXPECT_FALSE(IsRightArithmetic("0.1", '+', "0.2", "0.3"));
+}
+
+TEST(IsRightArithmetic, DividingByZeroIsWrong)
+{
+    EXPECT_FALSE(IsRightArithmetic("0", '/', "0", "0"));
+    EXPECT_FALSE(IsRightArithmetic("5", '/', "0", "0"));
+    EXPECT_FALSE(IsRightArithmetic("5", '/', "-0", "0"));
+    EXPECT_FALSE(IsRightArithmetic("5", '/', "0", "1e999")); // no infinite quotient
+    EXPECT_FALSE(IsRightArithmetic("5", '/', "abc", "0"));
+    EXPECT_TRUE(IsRightArithmetic("0", '/', "5", "0"));
+}
