@@ -1,0 +1,28 @@
+// Tavrino: timed tests for schoolchildren.
+#include "core/DataPaths.h"
+#include "testing/MainScreen.h"
+#include "ui/DataLocation.h"
+#include "ui/Prompt.h"
+#include "ui/Session.h"
+
+#include <QApplication>
+#include <QIcon>
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Tavrino"));
+    // Lets the desktop match the windows to tavrino.desktop and its icon.
+    QGuiApplication::setDesktopFileName(QStringLiteral("tavrino"));
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/tavrino-%1.png").arg(size), QSize(size, size));
+    QApplication::setWindowIcon(icon);
+
+    DialogPrompt prompt;
+    Session session(DataPaths::In(DataDirForThisProgram()), prompt);
+
+    MainScreen mainScreen(session);
+    mainScreen.show();
+    return app.exec();
+}

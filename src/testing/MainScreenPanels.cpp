@@ -1,0 +1,445 @@
+#include "MainScreenPanels.h"
+
+#include "ui/Colours.h"
+
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <array>
+#include <utility>
+
+namespace {
+
+// Point sizes: the problem and the choices are what a child reads at a
+// distance, so they are the largest; captions stay readable but calm.
+constexpr int CaptionPoints = 12;
+constexpr int ButtonPoints = 13;
+constexpr int ScorePoints = 20;
+constexpr int QuestionPoints = 24;
+constexpr int ProblemPoints = 32;
+
+// Dark strip behind the numbers and the answer buttons, so that the white
+// numbers and the white and green answer texts stand out.
+const QColor ProblemBackground(0x10, 0x18, 0x30);
+
+QFont arial(int points, bool bold = false)
+{
+    QFont font(QStringLiteral("Arial"), points);
+    font.setBold(bold);
+    return font;
+}
+
+template <typename W> W *named(W *widget, const char *name)
+{
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+QLabel *caption(const QString &text, int points = CaptionPoints, bool bold = false)
+{
+    auto *label = new QLabel(text);
+    label->setFont(arial(points, bold));
+    return label;
+}
+
+QLabel *namedLabel(const char *name, int points, bool bold)
+{
+    QLabel *label = named(new QLabel, name);
+    label->setFont(arial(points, bold));
+    return label;
+}
+
+QPushButton *button(const char *name, const QString &text, int points = ButtonPoints)
+{
+    QPushButton *push = named(new QPushButton(text), name);
+    push->setFont(arial(points, true));
+    push->setMinimumHeight(40);
+    // Enter on a focused button presses it, as the Space bar does.
+    push->setAutoDefault(true);
+    return push;
+}
+
+QFrame *panel(const char *name)
+{
+    QFrame *frame = named(new QFrame, name);
+    frame->setFrameShape(QFrame::StyledPanel);
+    return frame;
+}
+
+QFrame *darkStrip()
+{
+    auto *strip = new QFrame;
+    QPalette palette = strip->palette();
+    palette.setColor(QPalette::Window, ProblemBackground);
+    palette.setColor(QPalette::WindowText, Qt::white);
+    strip->setPalette(palette);
+    strip->setAutoFillBackground(true);
+    return strip;
+}
+
+QLineEdit *problemBox(const char *name)
+{
+    QLineEdit *box = named(new QLineEdit, name);
+    box->setFont(arial(ProblemPoints, true));
+    box->setFixedWidth(150);
+    box->setMinimumHeight(64);
+    SetDisplayStyle(*box);
+    return box;
+}
+
+QLabel *problemSign(const char *name, const QString &text)
+{
+    QLabel *sign = namedLabel(name, ProblemPoints, true);
+    sign->setText(text);
+    sign->setAlignment(Qt::AlignCenter);
+    sign->setMinimumWidth(48);
+    return sign;
+}
+
+} // namespace
+
+void SetDisplayStyle(QLineEdit &box)
+{
+    QPalette palette = box.palette();
+    palette.setColor(QPalette::Base, BgrColor(Bgr::Black));
+    palette.setColor(QPalette::Text, BgrColor(Bgr::White));
+    box.setPalette(palette);
+    box.setFrame(false);
+    box.setAlignment(Qt::AlignCenter);
+}
+
+void SetEntryStyle(QLineEdit &box)
+{
+    QPalette palette = box.palette();
+    palette.setColor(QPalette::Base, BgrColor(Bgr::White));
+    palette.setColor(QPalette::Text, BgrColor(Bgr::Black));
+    box.setPalette(palette);
+    box.setFrame(false);
+    box.setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void SetTextColour(QWidget &widget, int bgr)
+{
+    QPalette palette = widget.palette();
+    palette.setColor(QPalette::WindowText, BgrColor(bgr));
+    palette.setColor(QPalette::ButtonText, BgrColor(bgr));
+    widget.setPalette(palette);
+}
+
+MainScreenPanels::MainScreenPanels(QWidget *form)
+{
+    auto *formLayout = new QVBoxLayout(form);
+    formLayout->setContentsMargins(0, 0, 0, 0);
+    formLayout->addWidget(buildSplash(form));
+
+    Frame1 = named(new QFrame(form), "Frame1");
+    Frame1->setFont(arial(CaptionPoints));
+    formLayout->addWidget(Frame1);
+
+    // The start panel and the two question panels take turns in one place.
+    auto *questionArea = new QWidget;
+    auto *questionLayout = new QGridLayout(questionArea);
+    questionLayout->setContentsMargins(0, 0, 0, 0);
+    questionLayout->addWidget(buildStartPanel(), 0, 0);
+    questionLayout->addWidget(buildMathPanel(), 0, 0);
+    questionLayout->addWidget(buildMultiPanel(), 0, 0);
+
+    auto *left = new QVBoxLayout;
+    left->addWidget(questionArea);
+    left->addWidget(buildLastAnswerPanel());
+    left->addStretch();
+
+    auto *body = new QHBoxLayout;
+    body->addLayout(left, 1);
+    body->addWidget(buildScorePanel(), 0, Qt::AlignTop);
+
+    auto *frameLayout = new QVBoxLayout(Frame1);
+    frameLayout->setContentsMargins(12, 8, 12, 12);
+    frameLayout->setSpacing(12);
+    frameLayout->addWidget(buildButtonBar());
+    frameLayout->addLayout(body, 1);
+
+    Timer1 = named(new QTimer(form), "Timer1");
+    Timer1->setInterval(1000);
+}
+
+QFrame *MainScreenPanels::buildSplash(QWidget *form)
+{
+    fraSplash = named(new QFrame(form), "fraSplash");
+    auto *layout = new QVBoxLayout(fraSplash);
+    layout->addStretch();
+    for (const QString &text :
+         {QStringLiteral("Please Wait ..."), QStringLiteral("Loading Program,")}) {
+        QLabel *line = caption(text, QuestionPoints, true);
+        line->setAlignment(Qt::AlignCenter);
+        layout->addWidget(line);
+    }
+    layout->addStretch();
+    return fraSplash;
+}
+
+QWidget *MainScreenPanels::buildButtonBar()
+{
+    cmdSelectStudent = button("cmdSelectStudent", QStringLiteral("Students"));
+    cmdTest = button("cmdTest", QStringLiteral("Tests"));
+    cmdHelp = button("cmdHelp", QStringLiteral("Help"));
+    cmdExit = button("cmdExit", QStringLiteral("E&xit"));
+
+    auto *bar = new QWidget;
+    auto *layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QPushButton *push : {cmdSelectStudent, cmdTest, cmdHelp}) {
+        push->setMinimumWidth(130);
+        layout->addWidget(push);
+    }
+    layout->addStretch();
+    cmdExit->setMinimumWidth(130);
+    layout->addWidget(cmdExit);
+    // Keeps the bar's height while its buttons are hidden during a test.
+    bar->setMinimumHeight(cmdExit->sizeHint().height());
+    return bar;
+}
+
+QFrame *MainScreenPanels::buildStartPanel()
+{
+    fraStartTest = panel("fraStartTest");
+
+    cmbSubject = named(new QComboBox, "cmbSubject");
+    cmbSubject->setFont(arial(16));
+    cmbSubject->setMinimumWidth(280);
+    auto *subjectRow = new QHBoxLayout;
+    subjectRow->addWidget(caption(QStringLiteral("Subject:"), 16, true));
+    subjectRow->addWidget(cmbSubject);
+    subjectRow->addStretch();
+
+    levelButtons = new QButtonGroup(fraStartTest);
+    auto *levelRow = new QHBoxLayout;
+    levelRow->setSpacing(4);
+    for (int level = 0; level < LevelCount; ++level) {
+        auto *option = new QRadioButton(QString::fromStdString(LevelText(level)));
+        option->setObjectName(QStringLiteral("optLevel%1").arg(level));
+        option->setFont(arial(14, true));
+        levelButtons->addButton(option, level);
+        levelRow->addWidget(option);
+        optLevel[level] = option;
+    }
+    levelRow->addStretch();
+
+    cmdStartTest = button("cmdStartTest", QStringLiteral("Start Test"), 20);
+    cmdStartTest->setMinimumSize(260, 64);
+    // While the button is held back after a test, the message under it stays put.
+    QSizePolicy keepPlace = cmdStartTest->sizePolicy();
+    keepPlace.setRetainSizeWhenHidden(true);
+    cmdStartTest->setSizePolicy(keepPlace);
+
+    lblTestCompleted = namedLabel("lblTestCompleted", ScorePoints, true);
+    lblTestCompleted->setAlignment(Qt::AlignCenter);
+    lblTestCompleted->setWordWrap(true);
+    lblTestCompleted->hide();
+
+    auto *layout = new QVBoxLayout(fraStartTest);
+    layout->setContentsMargins(16, 16, 16, 16);
+    layout->setSpacing(14);
+    layout->addLayout(subjectRow);
+    layout->addWidget(caption(QStringLiteral("Level:"), 16, true));
+    layout->addLayout(levelRow);
+    layout->addSpacing(8);
+    layout->addWidget(cmdStartTest, 0, Qt::AlignHCenter);
+    layout->addWidget(lblTestCompleted);
+    layout->addStretch();
+    fraStartTest->hide();
+    return fraStartTest;
+}
+
+QFrame *MainScreenPanels::buildScorePanel()
+{
+    fraScore = named(new QFrame, "fraScore");
+    fraScore->setFixedWidth(300);
+    auto *layout = new QVBoxLayout(fraScore);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(12);
+    layout->addWidget(buildScoreTotals());
+    layout->addWidget(buildScoreTest());
+    layout->addStretch();
+    return fraScore;
+}
+
+QFrame *MainScreenPanels::buildScoreTotals()
+{
+    fraScore_Totals = panel("fraScore_Totals");
+    lblStudent = namedLabel("lblStudent", 14, true);
+    lblSubject = namedLabel("lblSubject", 14, true);
+    lblLevel = namedLabel("lblLevel", 14, true);
+    lblDuration = namedLabel("lblDuration", 14, true);
+    lblHighScore = namedLabel("lblHighScore", 14, true);
+    lblLastScore = namedLabel("lblLastScore", 14, true);
+
+    auto *layout = new QGridLayout(fraScore_Totals);
+    layout->setContentsMargins(14, 12, 14, 12);
+    layout->setVerticalSpacing(8);
+    const std::array<std::pair<QString, QLabel *>, 6> rows = {{
+        {QStringLiteral("Student:"), lblStudent},
+        {QStringLiteral("Subject:"), lblSubject},
+        {QStringLiteral("Level:"), lblLevel},
+        {QStringLiteral("Seconds:"), lblDuration},
+        {QStringLiteral("High Score:"), lblHighScore},
+        {QStringLiteral("Last Score:"), lblLastScore},
+    }};
+    int row = 0;
+    for (const auto &[text, value] : rows) {
+        layout->addWidget(caption(text, 14), row, 0, Qt::AlignRight);
+        value->setWordWrap(true);
+        layout->addWidget(value, row, 1);
+        ++row;
+    }
+    layout->setColumnStretch(1, 1);
+    return fraScore_Totals;
+}
+
+QFrame *MainScreenPanels::buildScoreTest()
+{
+    fraScore_Test = panel("fraScore_Test");
+    lblTimeLeft = namedLabel("lblTimeLeft", ScorePoints, true);
+    lblScoreRight = namedLabel("lblScoreRight", ScorePoints, true);
+    lblScoreWrong = namedLabel("lblScoreWrong", ScorePoints, true);
+    lblScoreTotal = namedLabel("lblScoreTotal", ScorePoints, true);
+    cmdStop = button("cmdStop", QStringLiteral("Stop Test"), 16);
+
+    auto *layout = new QGridLayout(fraScore_Test);
+    layout->setContentsMargins(14, 12, 14, 12);
+    const std::array<std::pair<QString, QLabel *>, 4> columns = {{
+        {QStringLiteral("Time"), lblTimeLeft},
+        {QStringLiteral("Right"), lblScoreRight},
+        {QStringLiteral("Wrong"), lblScoreWrong},
+        {QStringLiteral("Score"), lblScoreTotal},
+    }};
+    int column = 0;
+    for (const auto &[text, value] : columns) {
+        layout->addWidget(caption(text, 13), 0, column, Qt::AlignHCenter);
+        value->setAlignment(Qt::AlignCenter);
+        value->setMinimumWidth(56);
+        layout->addWidget(value, 1, column);
+        ++column;
+    }
+    layout->addWidget(cmdStop, 2, 0, 1, 4);
+    fraScore_Test->hide();
+    return fraScore_Test;
+}
+
+QFrame *MainScreenPanels::buildMathPanel()
+{
+    fraQuestion_Math = panel("fraQuestion_Math");
+    txtNum1 = problemBox("txtNum1");
+    lblOp = problemSign("lblOp", QStringLiteral("+"));
+    txtNum2 = problemBox("txtNum2");
+    lblEqual = problemSign("lblEqual", QStringLiteral("="));
+    txtAnswer = problemBox("txtAnswer");
+    SetEntryStyle(*txtAnswer);
+
+    lblInstruction = namedLabel("lblInstruction", 16, false);
+    lblInstruction->setText(QStringLiteral("Type your answer, and press [Enter]:"));
+
+    QFrame *strip = darkStrip();
+    auto *problem = new QHBoxLayout(strip);
+    problem->setContentsMargins(16, 16, 16, 16);
+    problem->addStretch();
+    problem->addWidget(txtNum1);
+    problem->addWidget(lblOp);
+    problem->addWidget(txtNum2);
+    problem->addWidget(lblEqual);
+    problem->addWidget(txtAnswer);
+    problem->addStretch();
+
+    auto *layout = new QVBoxLayout(fraQuestion_Math);
+    layout->setContentsMargins(16, 16, 16, 16);
+    layout->setSpacing(14);
+    layout->addWidget(lblInstruction);
+    layout->addWidget(strip);
+    layout->addStretch();
+    fraQuestion_Math->hide();
+    return fraQuestion_Math;
+}
+
+QFrame *MainScreenPanels::buildMultiPanel()
+{
+    fraQuestion_Multi = panel("fraQuestion_Multi");
+    lblQuestion_Multi = namedLabel("lblQuestion_Multi", QuestionPoints, true);
+    lblQuestion_Multi->setWordWrap(true);
+    lblInstruction_Multi = namedLabel("lblInstruction_Multi", 16, false);
+
+    QFrame *strip = darkStrip();
+    auto *answers = new QVBoxLayout(strip);
+    answers->setContentsMargins(20, 12, 20, 12);
+    answers->setSpacing(6);
+    answerButtons = new QButtonGroup(fraQuestion_Multi);
+    for (int index = 0; index < 4; ++index) {
+        auto *option = new QRadioButton;
+        option->setObjectName(QStringLiteral("optAnswer%1").arg(index));
+        option->setFont(arial(QuestionPoints, true));
+        option->setMinimumHeight(44);
+        option->setStyleSheet(
+            QStringLiteral("QRadioButton::indicator { width: 22px; height: 22px; }"));
+        SetTextColour(*option, Bgr::White);
+        answerButtons->addButton(option, index);
+        // As wide as its text, so that a click beside the text is not taken
+        // for a choice the child cannot see.
+        answers->addWidget(option, 0, Qt::AlignLeft);
+        optAnswer[index] = option;
+    }
+
+    auto *layout = new QVBoxLayout(fraQuestion_Multi);
+    layout->setContentsMargins(16, 16, 16, 16);
+    layout->setSpacing(12);
+    layout->addWidget(lblQuestion_Multi);
+    layout->addWidget(lblInstruction_Multi);
+    layout->addWidget(strip);
+    layout->addStretch();
+    fraQuestion_Multi->hide();
+    return fraQuestion_Multi;
+}
+
+QFrame *MainScreenPanels::buildLastAnswerPanel()
+{
+    fraLastAnswer = panel("fraLastAnswer");
+    lblLastAnswer = namedLabel("lblLastAnswer", 16, false);
+    lblLastAnswer->setText(QStringLiteral("Your last answer was"));
+    lblRightWrong = namedLabel("lblRightWrong", ScorePoints, true);
+
+    auto *verdict = new QHBoxLayout;
+    verdict->addWidget(lblLastAnswer);
+    verdict->addWidget(lblRightWrong);
+    verdict->addStretch();
+
+    auto *problem = new QHBoxLayout;
+    problem->setSpacing(10);
+    for (int index = 0; index < 5; ++index) {
+        QLabel *part = new QLabel;
+        part->setObjectName(QStringLiteral("lblLastQuestion_Math%1").arg(index));
+        part->setFont(arial(ScorePoints, true));
+        problem->addWidget(part);
+        lblLastQuestion_Math[index] = part;
+    }
+    lblLastQuestion_Math[3]->setText(QStringLiteral("="));
+    lblLastQuestion_Multi[0] = namedLabel("lblLastQuestion_Multi0", 16, false);
+    lblLastQuestion_Multi[1] = namedLabel("lblLastQuestion_Multi1", ScorePoints, true);
+    lblLastQuestion_Multi[1]->setWordWrap(true);
+    problem->addWidget(lblLastQuestion_Multi[0]);
+    problem->addWidget(lblLastQuestion_Multi[1], 1);
+    problem->addStretch();
+
+    auto *layout = new QVBoxLayout(fraLastAnswer);
+    layout->setContentsMargins(16, 10, 16, 10);
+    layout->addLayout(verdict);
+    layout->addLayout(problem);
+    fraLastAnswer->hide();
+    return fraLastAnswer;
+}
