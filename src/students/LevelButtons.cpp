@@ -1,0 +1,43 @@
+#include "LevelButtons.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QRadioButton>
+
+LevelButtons::LevelButtons(QWidget *parent) : QWidget(parent), m_group(new QButtonGroup(this))
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(6);
+    for (int level = 0; level < LevelCount; ++level) {
+        auto *option = new QRadioButton(QString::fromStdString(LevelText(level)), this);
+        option->setObjectName(QStringLiteral("optLevel%1").arg(level));
+        m_group->addButton(option, level);
+        layout->addWidget(option);
+        m_optLevel[level] = option;
+    }
+    layout->addStretch(1);
+    connect(m_group, &QButtonGroup::idClicked, this, &LevelButtons::levelClicked);
+}
+
+void LevelButtons::select(int level)
+{
+    if (level >= 0 && level < LevelCount)
+        m_optLevel[level]->setChecked(true);
+}
+
+void LevelButtons::enableFor(const TestBank &bank, int subject)
+{
+    for (int level = 0; level < LevelCount; ++level)
+        m_optLevel[level]->setEnabled(LevelHasQuestions(bank, subject, level));
+
+    const int checked = m_group->checkedId();
+    if (checked < 0 || m_optLevel[checked]->isEnabled())
+        return;
+    for (int level = LevelCount - 1; level >= 0; --level) {
+        if (m_optLevel[level]->isEnabled()) {
+            m_optLevel[level]->setChecked(true);
+            return;
+        }
+    }
+}

@@ -1,0 +1,413 @@
+#include "StudentsScreen.h"
+
+#include "LevelButtons.h"
+#include "ResultsPanel.h"
+#include "core/StudentsFile.h"
+#include "help/HelpScreen.h"
+#include "ui/Prompt.h"
+#include "ui/Session.h"
+#include "ui/WaitCursor.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace {
+
+// Marks the screen busy while it fills its own controls, so that the change and
+// click handlers those changes trigger do nothing.
+class BusyScope {
+public:
+    explicit BusyScope(bool &busy) : m_busy(busy), m_was(busy) { m_busy = true; }
+    ~BusyScope() { m_busy = m_was; }
+    BusyScope(const BusyScope &) = delete;
+    BusyScope &operator=(const BusyScope &) = delete;
+
+private:
+    bool &m_busy;
+    bool m_was;
+};
+
+QLabel *caption(const QString &text, QWidget *parent)
+{
+    auto *label = new QLabel(text, parent);
+    QFont font = label->font();
+    font.setBold(true);
+    label->setFont(font);
+    return label;
+}
+
+QPushButton *button(const QString &name, const QString &text, QWidget *parent)
+{
+    auto *pushButton = new QPushButton(text, parent);
+    pushButton->setObjectName(name);
+    // Enter closes the screen whichever control has the focus.
+    pushButton->setAutoDefault(false);
+    pushButton->setMinimumHeight(30);
+    return pushButton;
+}
+
+} // namespace
+
+StudentsScreen::StudentsScreen(Session &session, QWidget *parent)
+    : QDialog(parent), m_session(session)
+{
+    setObjectName(QStringLiteral("frmProfiles"));
+    setWindowTitle(QStringLiteral("Students"));
+    setModal(true);
+    setFont(QFont(QStringLiteral("Arial"), 10));
+
+    m_openHelp = [&paths = m_session.paths](QWidget *owner) {
+        HelpScreen help(HelpPage::Students, paths, owner);
+        help.exec();
+    };
+
+    m_results = new ResultsPanel(session, this);
+    connect(m_results, &ResultsPanel::refreshRequested, this, &StudentsScreen::List1_Click);
+
+    auto *layout = new QGridLayout(this);
+    layout->setContentsMargins(14, 12, 14, 12);
+    layout->setHorizontalSpacing(18);
+    layout->setVerticalSpacing(12);
+    layout->addWidget(buildRoster(), 0, 0, 2, 1);
+    layout->addWidget(buildStudentDetails(), 0, 1);
+    layout->addWidget(m_results, 1, 1);
+    layout->addWidget(buildFooter(), 2, 0, 1, 2);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+StudentsScreen::~StudentsScreen() = default;
+
+QWidget *StudentsScreen::buildRoster()
+{
+    auto *roster = new QWidget(this);
+    auto *layout = new QVBoxLayout(roster);
+    layout->setContentsMargins(0, 0, 0, 0);
+
+    m_List1 = new QListWidget(roster);
+    m_List1->setObjectName(QStringLiteral("List1"));
+    m_List1->setFont(QFont(QStringLiteral("Arial"), 11));
+    m_List1->setMinimumWidth(210);
+    m_List1->installEventFilter(this);
+    connect(m_List1, &QListWidget::currentRowChanged, this, &StudentsScreen::List1_Click);
+
+    m_cmdAddStudent =
+        button(QStringLiteral("cmdAddStudent"), QStringLiteral("Add Student"), roster);
+    m_cmdDelete = button(QStringLiteral("cmdDelete"), QStringLiteral("Delete Student"), roster);
+    connect(m_cmdAddStudent, &QPushButton::clicked, this, &StudentsScreen::cmdAddStudent_Click);
+    connect(m_cmdDelete, &QPushButton::clicked, this, &StudentsScreen::cmdDelete_Click);
+
+    layout->addWidget(caption(QStringLiteral("Select a Student"), roster));
+    layout->addWidget(m_List1, 1);
+    layout->addWidget(m_cmdAddStudent);
+    layout->addWidget(m_cmdDelete);
+    return roster;
+}
+
+QWidget *StudentsScreen::buildStudentDetails()
+{
+    auto *details = new QWidget(this);
+    auto *layout = new QGridLayout(details);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setVerticalSpacing(8);
+
+    m_txtStudent = new QLineEdit(details);
+    m_txtStudent->setObjectName(QStringLiteral("txtStudent"));
+    m_txtStudent->setFont(QFont(QStringLiteral("Arial"), 12));
+    m_txtStudent->setMinimumWidth(260);
+    connect(m_txtStudent, &QLineEdit::textChanged, this, &StudentsScreen::txtStudent_Change);
+
+    m_levels = new LevelButtons(details);
+    connect(m_levels, &LevelButtons::levelClicked, this, &StudentsScreen::optLevel_Click);
+
+    m_cmbSubject = new QComboBox(details);
+    m_cmbSubject->setObjectName(QStringLiteral("cmbSubject"));
+    m_cmbSubject->setMinimumWidth(200);
+    connect(m_cmbSubject, &QComboBox::currentIndexChanged, this, &StudentsScreen::cmbSubject_Click);
+
+    layout->addWidget(caption(QStringLiteral("Student:"), details), 0, 0);
+    layout->addWidget(m_txtStudent, 0, 1, Qt::AlignLeft);
+    layout->addWidget(caption(QStringLiteral("Level:"), details), 1, 0);
+    layout->addWidget(m_levels, 1, 1);
+    layout->addWidget(caption(QStringLiteral("Current Subject:"), details), 2, 0);
+    layout->addWidget(m_cmbSubject, 2, 1, Qt::AlignLeft);
+    layout->setColumnStretch(1, 1);
+    return details;
+}
+
+QWidget *StudentsScreen::buildFooter()
+{
+    auto *footer = new QWidget(this);
+    auto *layout = new QHBoxLayout(footer);
+    layout->setContentsMargins(0, 0, 0, 0);
+
+    auto *notes = new QWidget(footer);
+    auto *notesLayout = new QVBoxLayout(notes);
+    notesLayout->setContentsMargins(0, 0, 0, 0);
+    notesLayout->setSpacing(2);
+    notesLayout->addWidget(
+        caption(QStringLiteral("When you are finished using this screen, press [Esc]"), notes));
+    notesLayout->addWidget(
+        new QLabel(QStringLiteral("(All changes are automatically stored)"), notes));
+
+    m_cmdHelp = button(QStringLiteral("cmdHelp"), QStringLiteral("Help"), footer);
+    m_cmdClose = button(QStringLiteral("cmdClose"), QStringLiteral("Close"), footer);
+    m_cmdClose->setDefault(true);
+    for (QPushButton *pushButton : {m_cmdHelp, m_cmdClose})
+        pushButton->setMinimumWidth(100);
+    connect(m_cmdHelp, &QPushButton::clicked, this, &StudentsScreen::cmdHelp_Click);
+    connect(m_cmdClose, &QPushButton::clicked, this, &StudentsScreen::cmdClose_Click);
+
+    layout->addWidget(notes, 1);
+    layout->addWidget(m_cmdHelp);
+    layout->addWidget(m_cmdClose);
+    return footer;
+}
+
+void StudentsScreen::setHelpOpener(HelpOpener openHelp)
+{
+    m_openHelp = std::move(openHelp);
+}
+
+void StudentsScreen::centreOnScreen()
+{
+    adjustSize();
+    const QScreen *display = screen() ? screen() : QGuiApplication::primaryScreen();
+    if (!display)
+        return;
+    const QRect area = display->geometry();
+    move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
+}
+
+bool StudentsScreen::Form_Load()
+{
+    std::optional<WaitCursor> wait(std::in_place);
+    centreOnScreen();
+
+    // A file that is there but cannot be read is never replaced by a new roster.
+    std::error_code ignored;
+    const bool firstRun = !std::filesystem::exists(m_session.paths.StudentsPath, ignored);
+    const LoadResult loaded =
+        LoadStudents(m_session.records, m_session.bank, m_session.paths.StudentsPath);
+    if (!loaded.ok() && !firstRun) {
+        wait.reset();
+        const QString problem = loaded.error
+                                    ? QString::fromStdString(loaded.error->message())
+                                    : QStringLiteral("The Students file could not be read.");
+        m_session.prompt.stop(this, QStringLiteral("Tavrino"),
+                              problem + QStringLiteral("\rThe program will now end. The file has "
+                                                       "been left exactly as it was."));
+        return false;
+    }
+    m_loaded = true;
+    if (!loaded.ok()) {
+        // The first roster could not be written; the session tells the user why.
+        wait.reset();
+        m_session.saveStudents(this);
+        wait.emplace();
+    }
+
+    fillControls();
+    m_cmdDelete->setEnabled(m_List1->count() > 1);
+    if (m_List1->count() == 1 && m_List1->currentItem() &&
+        m_List1->currentItem()->text().isEmpty()) {
+        wait.reset();
+        askFirstName();
+        wait.emplace();
+    }
+    selectCurrentSubject();
+    List1_Click();
+    return true;
+}
+
+void StudentsScreen::fillControls()
+{
+    const BusyScope busy(m_busy);
+    const StudentRecords &records = m_session.records;
+    m_results->selectMode(records.ShowByStudent);
+
+    m_cmbSubject->clear();
+    for (const Subject &subject : m_session.bank.Subjects)
+        m_cmbSubject->addItem(QString::fromStdString(subject.Name));
+
+    m_List1->clear();
+    int current = -1;
+    for (std::size_t i = 0; i < records.Students.size(); ++i) {
+        m_List1->addItem(QString::fromStdString(TrimName(records.Students[i].Name)));
+        if (records.Students[i].Current)
+            current = static_cast<int>(i);
+    }
+    // A roster without a current student still opens on a selected line, so
+    // that every handler has a student to work on.
+    m_List1->setCurrentRow(current >= 0 ? current : 0);
+}
+
+void StudentsScreen::askFirstName()
+{
+    const QString answer = m_session.prompt.input(
+        this, QStringLiteral("Welcome to the Tavrino program"),
+        QStringLiteral("Please enter the first Student's name:\r(You can add additional Students, "
+                       "by clicking\rthe [Add Student] button on the next screen.)"));
+    m_txtStudent->setText(answer);
+}
+
+void StudentsScreen::selectCurrentSubject()
+{
+    const int subject = m_session.records.CurrentSubject;
+    if (m_cmbSubject->currentIndex() == subject)
+        cmbSubject_Click();
+    else
+        m_cmbSubject->setCurrentIndex(subject);
+}
+
+int StudentsScreen::selectedStudent() const
+{
+    const int row = m_List1->currentRow();
+    return row >= 0 && row < static_cast<int>(m_session.records.Students.size()) ? row : -1;
+}
+
+void StudentsScreen::List1_Click()
+{
+    const int student = selectedStudent();
+    if (m_busy || student < 0)
+        return;
+    const BusyScope busy(m_busy);
+    const Student &selected = m_session.records.Students[student];
+    m_txtStudent->setText(QString::fromStdString(TrimName(selected.Name)));
+    m_levels->select(selected.Level);
+    m_results->fill(student);
+    EnableLevelButtons();
+}
+
+void StudentsScreen::EnableLevelButtons()
+{
+    // Only the button moves; the student's stored Level stays as it was.
+    const BusyScope busy(m_busy);
+    m_levels->enableFor(m_session.bank, m_session.records.CurrentSubject);
+}
+
+void StudentsScreen::List1_KeyDown(int key)
+{
+    if (key == Qt::Key_Delete && m_cmdDelete->isEnabled())
+        cmdDelete_Click();
+}
+
+bool StudentsScreen::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_List1 && event->type() == QEvent::KeyPress)
+        List1_KeyDown(static_cast<QKeyEvent *>(event)->key());
+    return QDialog::eventFilter(watched, event);
+}
+
+void StudentsScreen::txtStudent_Change()
+{
+    const int student = selectedStudent();
+    if (m_busy || student < 0)
+        return;
+    const std::string name = TrimName(m_txtStudent->text().toStdString());
+    m_session.records.Students[student].Name = name;
+    m_List1->item(student)->setText(QString::fromStdString(name));
+    m_results->studentRenamed(student);
+}
+
+void StudentsScreen::cmdAddStudent_Click()
+{
+    m_cmdDelete->setEnabled(true);
+    {
+        const BusyScope busy(m_busy);
+        m_txtStudent->clear();
+    }
+    m_session.records.Students.push_back(NewStudent(m_session.bank.SubjectMax));
+    m_List1->addItem(QString());
+    // Selecting the new line runs the selecting step.
+    m_List1->setCurrentRow(m_List1->count() - 1);
+    m_txtStudent->setFocus();
+}
+
+void StudentsScreen::cmdDelete_Click()
+{
+    // The last student is never deleted.
+    if (!m_cmdDelete->isEnabled())
+        return;
+    if (!m_session.prompt.confirm(this, QStringLiteral("Confirm Delete Student"),
+                                  QStringLiteral("Are you sure you want to Delete this Student?")))
+        return;
+    const int student = selectedStudent();
+    if (student < 0)
+        return;
+    {
+        const BusyScope busy(m_busy);
+        std::unique_ptr<QListWidgetItem> line(m_List1->takeItem(student));
+        std::vector<Student> &students = m_session.records.Students;
+        students.erase(students.begin() + student);
+        m_cmdDelete->setEnabled(students.size() > 1);
+        m_List1->setCurrentRow(0);
+    }
+    List1_Click();
+}
+
+void StudentsScreen::optLevel_Click(int level)
+{
+    const int student = selectedStudent();
+    if (m_busy || student < 0 || level < 0 || level >= LevelCount)
+        return;
+    m_session.records.Students[student].Level = static_cast<int16_t>(level);
+    List1_Click();
+}
+
+void StudentsScreen::cmbSubject_Click()
+{
+    const int subject = m_cmbSubject->currentIndex();
+    if (m_busy || subject < 0)
+        return;
+    m_session.records.CurrentSubjectName = m_cmbSubject->currentText().toStdString();
+    m_session.records.CurrentSubject = subject;
+    List1_Click();
+}
+
+void StudentsScreen::cmdHelp_Click()
+{
+    if (m_openHelp)
+        m_openHelp(this);
+}
+
+void StudentsScreen::cmdClose_Click()
+{
+    accept();
+}
+
+void StudentsScreen::done(int result)
+{
+    Form_QueryUnload();
+    QDialog::done(result);
+}
+
+void StudentsScreen::Form_QueryUnload()
+{
+    // A roster that was never read must not overwrite the file it came from.
+    const int student = selectedStudent();
+    if (!m_loaded || student < 0)
+        return;
+    const WaitCursor wait;
+    StudentRecords &records = m_session.records;
+    records.CurrentStudent = student;
+    for (Student &each : records.Students)
+        each.Current = false;
+    Student &current = records.Students[student];
+    current.Current = true;
+    records.CurrentStudentName = TrimName(current.Name);
+    records.CurrentLevel = current.Level;
+    m_session.saveStudents(this);
+}
