@@ -1,0 +1,431 @@
+#include "ArithmeticSettings.h"
+
+#include "core/DefaultBank.h"
+#include "tests/ArithmeticGridModel.h"
+#include "ui/Prompt.h"
+#include "ui/Session.h"
+#include "ui/WaitCursor.h"
+
+#include <QComboBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScopedValueRollback>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int HeadingRows = ArithmeticGridModel::HeadingRows;
+
+const char *const OperationNames[OperationCount] = {"Addition", "Subtraction", "Multiplication",
+                                                    "Division"};
+
+// Labels of the four lists; subtraction and division are generated backwards
+// from the second number and the result.
+const char *const ForwardLabels[4] = {"Number 1 - Low", "Number 1 - High", "Number 2 - Low",
+                                      "Number 2 - High"};
+const char *const BackwardLabels[4] = {"2nd Number - Low", "2nd Number - High", "Result - Low",
+                                       "Result - High"};
+const char *const ListPrefixes[4] = {"cmbLow1_", "cmbHigh1_", "cmbLow2_", "cmbHigh2_"};
+const char *const LabelPrefixes[4] = {"lblLow1_", "lblHigh1_", "lblLow2_", "lblHigh2_"};
+
+constexpr int Division = 3;
+
+QString Numbered(const char *prefix, int index)
+{
+    return QString::fromLatin1(prefix) + QString::number(index);
+}
+
+QLabel *NewLabel(const QString &name, const QString &text, QWidget *buddy, QWidget *parent)
+{
+    auto *label = new QLabel(text, parent);
+    label->setObjectName(name);
+    label->setBuddy(buddy);
+    return label;
+}
+
+QComboBox *NewYesNoList(const QString &name, QWidget *parent)
+{
+    auto *list = new QComboBox(parent);
+    list->setObjectName(name);
+    list->addItems({QStringLiteral("Yes"), QStringLiteral("No")});
+    return list;
+}
+
+// Hidden controls keep their place, so the frame does not jump between levels.
+void KeepPlaceWhenHidden(QWidget *widget)
+{
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+} // namespace
+
+ArithmeticSettings::ArithmeticSettings(Session &session, QWidget *parent)
+    : QGroupBox(parent), m_session(session), m_model(new ArithmeticGridModel(session.bank, this))
+{
+    setObjectName(QStringLiteral("fraMath"));
+    // Only the family is set, so sizes still follow the screen.
+    setFont(QFont(QStringLiteral("Arial")));
+
+    auto *operations = new QHBoxLayout;
+    for (int operation = 0; operation < OperationCount; ++operation) {
+        operations->addWidget(buildOperationFrame(operation));
+    }
+    operations->addStretch();
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(buildGrid(), 0, Qt::AlignLeft);
+    layout->addSpacing(6);
+    layout->addLayout(buildLevelRow());
+    layout->addSpacing(6);
+    layout->addLayout(operations);
+    layout->addStretch();
+}
+
+ArithmeticSettings::~ArithmeticSettings() = default;
+
+QTableView *ArithmeticSettings::buildGrid()
+{
+    m_grid = new QTableView(this);
+    m_grid->setObjectName(QStringLiteral("Grid2"));
+    m_grid->setModel(m_model);
+    ShapeArithmeticGrid(*m_grid);
+
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &ArithmeticSettings::gridRowChanged);
+    return m_grid;
+}
+
+QLayout *ArithmeticSettings::buildLevelRow()
+{
+    m_cmbLevel2 = new QComboBox(this);
+    m_cmbLevel2->setObjectName(QStringLiteral("cmbLevel2"));
+    for (int level = 0; level < LevelCount; ++level) {
+        m_cmbLevel2->addItem(QString::fromStdString(LevelText(level)));
+    }
+    m_cmbSwitchNumbers = NewYesNoList(QStringLiteral("cmbSwitchNumbers"), this);
+    m_cmbSwitchBlanks = NewYesNoList(QStringLiteral("cmbSwitchBlanks"), this);
+    auto *revert = new QPushButton(QStringLiteral("Revert this Subject to Default"), this);
+    revert->setObjectName(QStringLiteral("cmdRevert2"));
+
+    connect(m_cmbLevel2, &QComboBox::activated, this, &ArithmeticSettings::cmbLevel2_Click);
+    connect(m_cmbSwitchNumbers, &QComboBox::activated, this,
+            &ArithmeticSettings::cmbSwitchNumbers_Click);
+    connect(m_cmbSwitchBlanks, &QComboBox::activated, this,
+            &ArithmeticSettings::cmbSwitchBlanks_Click);
+    connect(revert, &QPushButton::clicked, this, &ArithmeticSettings::cmdRevert2_Click);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(
+        NewLabel(QStringLiteral("lblLevel2"), QStringLiteral("Level:"), m_cmbLevel2, this));
+    row->addWidget(m_cmbLevel2);
+    row->addSpacing(24);
+    row->addWidget(NewLabel(QStringLiteral("lblSwitchNumbers"),
+                            QStringLiteral("Alternate (switch) Positions of Numbers?"),
+                            m_cmbSwitchNumbers, this));
+    row->addWidget(m_cmbSwitchNumbers);
+    row->addSpacing(24);
+    row->addWidget(NewLabel(QStringLiteral("lblSwitchBlanks"),
+                            QStringLiteral("Alternate Position of 'Blank box'?"), m_cmbSwitchBlanks,
+                            this));
+    row->addWidget(m_cmbSwitchBlanks);
+    row->addStretch();
+    row->addWidget(revert);
+    return row;
+}
+
+QGroupBox *ArithmeticSettings::buildOperationFrame(int operation)
+{
+    OperationControls &controls = m_operations[operation];
+    controls.frame = new QGroupBox(QString::fromLatin1(OperationNames[operation]), this);
+    controls.frame->setObjectName(Numbered("fraMathSub", operation));
+
+    controls.on = new QRadioButton(QStringLiteral("On"), controls.frame);
+    controls.on->setObjectName(Numbered("optOn", operation));
+    controls.off = new QRadioButton(QStringLiteral("Off"), controls.frame);
+    controls.off->setObjectName(Numbered("optOff", operation));
+    KeepPlaceWhenHidden(controls.on);
+    KeepPlaceWhenHidden(controls.off);
+    connect(controls.on, &QRadioButton::toggled, this, [this, operation](bool checked) {
+        if (checked) {
+            optOn_Click(operation);
+        }
+    });
+    connect(controls.off, &QRadioButton::toggled, this, [this, operation](bool checked) {
+        if (checked) {
+            optOff_Click(operation);
+        }
+    });
+
+    controls.ranges = new QFrame(controls.frame);
+    controls.ranges->setObjectName(Numbered("fraMathSub2_", operation));
+    KeepPlaceWhenHidden(controls.ranges);
+    auto *grid = new QGridLayout(controls.ranges);
+    grid->setContentsMargins(0, 0, 0, 0);
+    const bool backward = operation == 1 || operation == Division;
+    const int first = operation == Division ? 1 : 0;
+    QStringList numbers;
+    for (int n = first; n <= 30; ++n) {
+        numbers << QString::number(n);
+    }
+    for (int list = 0; list < RangeListCount; ++list) {
+        auto *box = new QComboBox(controls.ranges);
+        box->setObjectName(Numbered(ListPrefixes[list], operation));
+        box->addItems(numbers);
+        box->setMaxVisibleItems(16);
+        controls.lists[list] = box;
+        const char *text = backward ? BackwardLabels[list] : ForwardLabels[list];
+        grid->addWidget(NewLabel(Numbered(LabelPrefixes[list], operation),
+                                 QString::fromLatin1(text), box, controls.ranges),
+                        list, 0);
+        grid->addWidget(box, list, 1);
+        connect(box, &QComboBox::activated, this,
+                [this, operation, list] { changeRange(operation, static_cast<RangeList>(list)); });
+    }
+
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(controls.on);
+    buttons->addWidget(controls.off);
+    buttons->addStretch();
+    auto *layout = new QVBoxLayout(controls.frame);
+    layout->addLayout(buttons);
+    layout->addWidget(controls.ranges);
+    layout->addStretch();
+    return controls.frame;
+}
+
+void ArithmeticSettings::PopulateGrid2()
+{
+    m_model->refresh();
+}
+
+void ArithmeticSettings::showLevel(int level)
+{
+    selectRow(level + HeadingRows);
+    Grid2_Click();
+}
+
+void ArithmeticSettings::selectRow(int row)
+{
+    // Moving the row here is followed by an explicit row click; the grid's own
+    // signal must not run it a second time.
+    const QScopedValueRollback<bool> populating(m_populating, true);
+    m_grid->selectionModel()->setCurrentIndex(
+        m_model->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void ArithmeticSettings::gridRowChanged()
+{
+    if (!m_populating) {
+        Grid2_Click();
+    }
+}
+
+void ArithmeticSettings::Grid2_Click()
+{
+    const int row = m_grid->currentIndex().row();
+    if (row < HeadingRows) {
+        return;
+    }
+    const WaitCursor wait;
+    const int level = row - HeadingRows;
+    {
+        const QScopedValueRollback<bool> populating(m_populating, true);
+        // Addition cannot be switched on or off at level K.
+        m_operations[0].on->setVisible(level != 0);
+        m_operations[0].off->setVisible(level != 0);
+
+        m_cmbLevel2->setCurrentIndex(level);
+        m_level = m_cmbLevel2->currentIndex();
+        m_cmbSwitchNumbers->setCurrentText(
+            m_model->index(row, ArithmeticGridModel::SwitchNumbersColumn).data().toString());
+        m_cmbSwitchBlanks->setCurrentText(
+            m_model->index(row, ArithmeticGridModel::SwitchBlanksColumn).data().toString());
+
+        const std::string &ops = m_session.bank.ArithOps[level];
+        for (int operation = 0; operation < OperationCount; ++operation) {
+            OperationControls &controls = m_operations[operation];
+            if (ops.find(OpSymbols[operation]) != std::string::npos) {
+                controls.on->setChecked(true);
+                DisplaySubFrame(operation);
+            } else {
+                controls.off->setChecked(true);
+                controls.ranges->hide();
+            }
+        }
+    }
+    m_session.records.CurrentLevel = level;
+    PopulateGrid2();
+}
+
+void ArithmeticSettings::cmbLevel2_Click()
+{
+    if (m_populating) {
+        return;
+    }
+    // The chosen level's settings are shown at once, as a click on its row does.
+    showLevel(m_cmbLevel2->currentIndex());
+}
+
+void ArithmeticSettings::DisplaySubFrame(int operation)
+{
+    const QScopedValueRollback<bool> populating(m_populating, true);
+    OperationControls &controls = m_operations[operation];
+    controls.ranges->show();
+    for (int list = 0; list < RangeListCount; ++list) {
+        showNumber(controls.lists[list],
+                   rangeTable(static_cast<RangeList>(list))[m_level][operation]);
+    }
+}
+
+void ArithmeticSettings::showNumber(QComboBox *list, int value)
+{
+    // A value the list does not offer (from an edited file) shows as blank.
+    list->setCurrentIndex(list->findText(QString::number(value)));
+}
+
+RangeTable &ArithmeticSettings::rangeTable(RangeList list)
+{
+    TestBank &bank = m_session.bank;
+    switch (list) {
+    case Low1:
+        return bank.ArithLow1;
+    case High1:
+        return bank.ArithHigh1;
+    case Low2:
+        return bank.ArithLow2;
+    default:
+        return bank.ArithHigh2;
+    }
+}
+
+void ArithmeticSettings::cmbLow1_Click(int operation)
+{
+    changeRange(operation, Low1);
+}
+
+void ArithmeticSettings::cmbHigh1_Click(int operation)
+{
+    changeRange(operation, High1);
+}
+
+void ArithmeticSettings::cmbLow2_Click(int operation)
+{
+    changeRange(operation, Low2);
+}
+
+void ArithmeticSettings::cmbHigh2_Click(int operation)
+{
+    changeRange(operation, High2);
+}
+
+void ArithmeticSettings::changeRange(int operation, RangeList list)
+{
+    if (m_populating) {
+        return;
+    }
+    const OperationControls &controls = m_operations[operation];
+    const bool highChanged = list == High1 || list == High2;
+    const RangeList lowList = list == Low1 || list == High1 ? Low1 : Low2;
+    const int low = controls.lists[lowList]->currentText().toInt();
+    const int high = controls.lists[lowList + 1]->currentText().toInt();
+
+    if (high >= low) {
+        const WaitCursor wait;
+        rangeTable(list)[m_level][operation] = highChanged ? high : low;
+        PopulateGrid2();
+        return;
+    }
+
+    m_session.prompt.stop(this, QStringLiteral("Invalid Number"),
+                          QStringLiteral("The Low number cannot be greater than the High number.") +
+                              QLatin1Char('\r') +
+                              (highChanged
+                                   ? QStringLiteral("(You might have to change the Low number "
+                                                    "first.)")
+                                   : QStringLiteral("(You might have to change the High number "
+                                                    "first.)")));
+    // The Low list starts again from the bottom. Division offers no 0, so its
+    // Low list goes back to the low that is still stored.
+    const QScopedValueRollback<bool> populating(m_populating, true);
+    QComboBox *lowBox = controls.lists[lowList];
+    const int zero = lowBox->findText(QStringLiteral("0"));
+    if (zero >= 0) {
+        lowBox->setCurrentIndex(zero);
+    } else {
+        showNumber(lowBox, rangeTable(lowList)[m_level][operation]);
+    }
+}
+
+void ArithmeticSettings::optOn_Click(int operation)
+{
+    if (m_populating) {
+        return;
+    }
+    const WaitCursor wait;
+    m_session.bank.ArithOps[m_level] += OpSymbols[operation];
+    DisplaySubFrame(operation);
+    PopulateGrid2();
+}
+
+void ArithmeticSettings::optOff_Click(int operation)
+{
+    if (m_populating) {
+        return;
+    }
+    const WaitCursor wait;
+    // Only the first occurrence goes; a text without the symbol stays as it is.
+    std::string &ops = m_session.bank.ArithOps[m_level];
+    const std::size_t position = ops.find(OpSymbols[operation]);
+    if (position != std::string::npos) {
+        ops.erase(position, 1);
+    }
+    m_operations[operation].ranges->hide();
+    PopulateGrid2();
+}
+
+void ArithmeticSettings::cmbSwitchNumbers_Click()
+{
+    if (m_populating) {
+        return;
+    }
+    const WaitCursor wait;
+    m_session.bank.ArithSwitch[m_session.records.CurrentLevel][SwitchNumbers] =
+        m_cmbSwitchNumbers->currentText() == QLatin1String("Yes");
+    PopulateGrid2();
+}
+
+void ArithmeticSettings::cmbSwitchBlanks_Click()
+{
+    if (m_populating) {
+        return;
+    }
+    const WaitCursor wait;
+    m_session.bank.ArithSwitch[m_session.records.CurrentLevel][SwitchBlanks] =
+        m_cmbSwitchBlanks->currentText() == QLatin1String("Yes");
+    PopulateGrid2();
+}
+
+void ArithmeticSettings::cmdRevert2_Click()
+{
+    if (!m_session.prompt.confirm(
+            this, QStringLiteral("Confirm: Revert to Original, Default Subject"),
+            QStringLiteral("Are you sure you want to Revert to the Original, Default Subject?"))) {
+        return;
+    }
+    const int row = m_grid->currentIndex().row();
+    const WaitCursor wait;
+    DefaultArithmetic(m_session.bank);
+    PopulateGrid2();
+    selectRow(row);
+    // The frame shows the restored values itself; the screen then refreshes the
+    // rest of the subject (its test length was reset as well).
+    Grid2_Click();
+    emit reverted();
+}

@@ -1,0 +1,381 @@
+#include "QuestionEditor.h"
+
+#include "FileText.h"
+#include "QuestionGridModel.h"
+#include "core/DefaultBank.h"
+#include "ui/Prompt.h"
+#include "ui/Session.h"
+#include "ui/WaitCursor.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace {
+
+// Rows below the top row that still count as in view before the grid scrolls.
+constexpr int RowsBelowTop = 19;
+
+constexpr std::array<const char *, 5> FieldLabels = {
+    "Question:", "Answer:", "Wrong Answer #1:", "Wrong Answer #2:", "Wrong Answer #3:",
+};
+
+// Grid column widths in characters of the grid's font: level, question, four answers.
+constexpr std::array<int, QuestionGridModel::ColumnCount> ColumnChars = {6, 40, 17, 17, 17, 17};
+
+using RebuildSubject = void (*)(TestBank &);
+
+// The routine that rebuilds a built-in multiple-choice subject, or none.
+RebuildSubject DefaultsOf(int subject)
+{
+    switch (subject) {
+    case 1:
+        return DefaultSpelling;
+    case 2:
+        return DefaultGeography;
+    case 3:
+        return DefaultHistory;
+    case 4:
+        return DefaultMusic;
+    case 5:
+        return DefaultScience;
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+QuestionEditor::QuestionEditor(Session &session, QWidget *parent)
+    : QGroupBox(parent), m_session(session)
+{
+    setObjectName(QStringLiteral("fraMulti"));
+
+    auto *hint = new QLabel(
+        QStringLiteral(
+            "TO EDIT A TEST: Click a Row on the Grid (above), and Edit the Fields (below)"),
+        this);
+    hint->setObjectName(QStringLiteral("lblHint"));
+    hint->setAlignment(Qt::AlignCenter);
+    QFont bold = hint->font();
+    bold.setBold(true);
+    hint->setFont(bold);
+
+    auto *editing = new QHBoxLayout;
+    editing->addWidget(buildFields(), 1);
+    editing->addSpacing(12);
+    editing->addWidget(buildButtons());
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(buildGrid(), 1);
+    layout->addWidget(hint);
+    layout->addLayout(editing);
+}
+
+QuestionEditor::~QuestionEditor() = default;
+
+QWidget *QuestionEditor::buildGrid()
+{
+    m_model = new QuestionGridModel(m_session.bank, this);
+    m_grid = new QTableView(this);
+    m_grid->setObjectName(QStringLiteral("Grid1"));
+    m_grid->setModel(m_model);
+    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_grid->setWordWrap(false);
+    m_grid->setAlternatingRowColors(true);
+    m_grid->verticalHeader()->hide();
+    // Fixed row heights keep a subject of thousands of questions instant.
+    m_grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_grid->verticalHeader()->setDefaultSectionSize(m_grid->fontMetrics().height() + 6);
+    QHeaderView *columns = m_grid->horizontalHeader();
+    columns->setHighlightSections(false);
+    const int charWidth = m_grid->fontMetrics().averageCharWidth();
+    for (int column = 0; column < QuestionGridModel::ColumnCount; ++column)
+        columns->resizeSection(column, ColumnChars[column] * charWidth);
+    columns->setSectionResizeMode(1, QHeaderView::Stretch);
+    int width = 0;
+    for (const int chars : ColumnChars)
+        width += chars * charWidth;
+    m_grid->setMinimumSize(width + 24, 12 * m_grid->verticalHeader()->defaultSectionSize());
+    m_grid->installEventFilter(this);
+
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &QuestionEditor::Grid1_Click);
+    return m_grid;
+}
+
+QWidget *QuestionEditor::buildFields()
+{
+    auto *fields = new QWidget(this);
+    auto *layout = new QGridLayout(fields);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setColumnStretch(1, 1);
+
+    auto *levelLabel = new QLabel(QStringLiteral("Level:"), fields);
+    levelLabel->setObjectName(QStringLiteral("lblLevel"));
+    m_cmbLevel = new QComboBox(fields);
+    m_cmbLevel->setObjectName(QStringLiteral("cmbLevel"));
+    for (int level = 0; level < LevelCount; ++level)
+        m_cmbLevel->addItem(QString::fromStdString(LevelText(level)));
+    levelLabel->setBuddy(m_cmbLevel);
+    layout->addWidget(levelLabel, 0, 0, Qt::AlignRight);
+    layout->addWidget(m_cmbLevel, 0, 1, Qt::AlignLeft);
+    connect(m_cmbLevel, &QComboBox::currentIndexChanged, this, &QuestionEditor::cmbLevel_Click);
+
+    for (int i = 0; i < 5; ++i) {
+        auto *label = new QLabel(QString::fromLatin1(FieldLabels[i]), fields);
+        label->setObjectName(QStringLiteral("lblField%1").arg(i + 1));
+        QLineEdit *box = new QLineEdit(fields);
+        m_txt[i] = box;
+        box->setObjectName(QStringLiteral("txt%1").arg(i + 1));
+        box->setMaxLength(FileTextMaxLength);
+        box->setValidator(new FileTextValidator(box));
+        label->setBuddy(box);
+        layout->addWidget(label, i + 1, 0, Qt::AlignRight);
+        layout->addWidget(box, i + 1, 1);
+        connect(box, &QLineEdit::textChanged, this, [this, i] { txt_Change(i + 1); });
+    }
+    return fields;
+}
+
+QWidget *QuestionEditor::buildButtons()
+{
+    auto *buttons = new QWidget(this);
+    auto *layout = new QVBoxLayout(buttons);
+    layout->setContentsMargins(0, 0, 0, 0);
+
+    m_cmdAdd = new QPushButton(QStringLiteral("Add Question"), buttons);
+    m_cmdAdd->setObjectName(QStringLiteral("cmdAdd"));
+    m_cmdDelete = new QPushButton(QStringLiteral("Delete Question"), buttons);
+    m_cmdDelete->setObjectName(QStringLiteral("cmdDelete"));
+    m_chkAdjacentLevels =
+        new QCheckBox(QStringLiteral("Use Adjacent Levels (during Test)"), buttons);
+    m_chkAdjacentLevels->setObjectName(QStringLiteral("chkAdjacentLevels"));
+    m_cmdRevert = new QPushButton(QStringLiteral("Revert this Subject to Default"), buttons);
+    m_cmdRevert->setObjectName(QStringLiteral("cmdRevert"));
+    for (QPushButton *button : {m_cmdAdd, m_cmdDelete, m_cmdRevert})
+        button->setAutoDefault(false);
+
+    layout->addWidget(m_cmdAdd);
+    layout->addWidget(m_cmdDelete);
+    layout->addSpacing(8);
+    layout->addWidget(m_chkAdjacentLevels);
+    layout->addStretch(1);
+    layout->addWidget(m_cmdRevert);
+
+    connect(m_cmdAdd, &QPushButton::clicked, this, &QuestionEditor::cmdAdd_Click);
+    connect(m_cmdDelete, &QPushButton::clicked, this, &QuestionEditor::cmdDelete_Click);
+    connect(m_chkAdjacentLevels, &QCheckBox::toggled, this,
+            &QuestionEditor::chkAdjacentLevels_Click);
+    connect(m_cmdRevert, &QPushButton::clicked, this, &QuestionEditor::cmdRevert_Click);
+    return buttons;
+}
+
+int QuestionEditor::currentRow() const
+{
+    return m_grid->currentIndex().row();
+}
+
+void QuestionEditor::showSubject()
+{
+    PopulateGrid();
+    selectRow(0);
+    keepInView();
+    m_populating = true;
+    const int subject = m_session.records.CurrentSubject;
+    m_chkAdjacentLevels->setChecked(m_session.bank.Subjects.at(subject).AdjacentLevels);
+    m_populating = false;
+}
+
+void QuestionEditor::setRevertVisible(bool visible)
+{
+    m_cmdRevert->setVisible(visible);
+}
+
+void QuestionEditor::PopulateGrid()
+{
+    m_model->populate(m_session.records.CurrentSubject);
+}
+
+void QuestionEditor::DoDeleteQuestion()
+{
+    const int row = currentRow();
+    if (row < 0)
+        return;
+    const int level = m_model->levelOf(row);
+    const int slot = m_model->slotOf(row);
+    std::vector<Question> &items = m_session.bank.QuestionBank[m_model->subject()].Items[level];
+    int32_t &last = m_session.bank.Limits[m_model->subject()].LastQuestion[level];
+    for (int j = slot; j < last; ++j)
+        items[j] = std::move(items[j + 1]);
+    // The freed slot is outside the level's questions; emptying it keeps deleted
+    // text out of the file.
+    items[last] = Question{};
+    --last;
+}
+
+void QuestionEditor::selectRow(int row)
+{
+    if (row < 0 || row >= m_model->rowCount()) {
+        m_grid->setCurrentIndex(QModelIndex());
+        Grid1_Click();
+        return;
+    }
+    const QModelIndex cell = m_model->index(row, 0);
+    if (m_grid->currentIndex() == cell) {
+        Grid1_Click();
+        return;
+    }
+    // The keep-in-view step decides the scrolling, not the view's own minimal scroll.
+    const bool autoScroll = m_grid->hasAutoScroll();
+    m_grid->setAutoScroll(false);
+    m_grid->setCurrentIndex(cell);
+    m_grid->setAutoScroll(autoScroll);
+}
+
+void QuestionEditor::keepInView()
+{
+    const int row = currentRow();
+    if (row < 0)
+        return;
+    const int top = m_grid->rowAt(0);
+    // A grid shorter than twenty rows may hide the current row sooner.
+    const bool belowView =
+        m_grid->rowViewportPosition(row) + m_grid->rowHeight(row) > m_grid->viewport()->height();
+    if (row - RowsBelowTop > top || row < top || belowView)
+        m_grid->scrollTo(m_model->index(row, 0), QAbstractItemView::PositionAtTop);
+}
+
+void QuestionEditor::Grid1_Click()
+{
+    if (m_populating)
+        return;
+    m_populating = true;
+    const int row = currentRow();
+    if (row >= 0) {
+        m_cmbLevel->setCurrentIndex(m_model->levelOf(row));
+        m_editedLevel = m_cmbLevel->currentIndex();
+    }
+    for (int i = 0; i < 5; ++i) {
+        m_txt[i]->setText(row >= 0 ? m_model->data(m_model->index(row, i + 1)).toString()
+                                   : QString());
+        m_txt[i]->setEnabled(row >= 0);
+    }
+    m_populating = false;
+}
+
+void QuestionEditor::txt_Change(int index)
+{
+    if (m_populating)
+        return;
+    const int row = currentRow();
+    if (row < 0)
+        return;
+    Question &question = m_session.bank.QuestionBank[m_model->subject()]
+                             .Items[m_model->levelOf(row)][m_model->slotOf(row)];
+    QuestionField(question, index) = m_txt[index - 1]->text().toStdString();
+    m_model->fieldChanged(row, index);
+}
+
+void QuestionEditor::cmbLevel_Click()
+{
+    if (m_populating)
+        return;
+    WaitCursor wait;
+    std::array<QString, 5> texts;
+    for (int i = 0; i < 5; ++i)
+        texts[i] = m_txt[i]->text();
+    DoDeleteQuestion();
+    m_editedLevel = m_cmbLevel->currentIndex();
+    cmdAdd_Click();
+    for (int i = 0; i < 5; ++i)
+        m_txt[i]->setText(texts[i]);
+}
+
+void QuestionEditor::cmdAdd_Click()
+{
+    WaitCursor wait;
+    TestBank &bank = m_session.bank;
+    const int subject = m_session.records.CurrentSubject;
+    const int32_t slot = bank.Limits[subject].LastQuestion[m_editedLevel] + 1;
+    // The slot bound is shared, so one long level grows every subject's table.
+    if (slot > bank.QuestionMax)
+        ResizeQuestionSlots(bank, bank.QuestionMax + 1);
+    bank.QuestionBank[subject].Items[m_editedLevel][slot] = Question{};
+    bank.Limits[subject].LastQuestion[m_editedLevel] = slot;
+
+    PopulateGrid();
+    selectRow(m_model->lastRowOfLevel(m_cmbLevel->currentIndex()));
+    keepInView();
+    m_txt[0]->setFocus();
+}
+
+void QuestionEditor::cmdDelete_Click()
+{
+    if (m_model->rowCount() <= 1) {
+        m_session.prompt.stop(this, QStringLiteral("Unable to Delete Question"),
+                              QStringLiteral("Each Subject must contain at least one Question."));
+        return;
+    }
+    const int row = currentRow();
+    if (row < 0)
+        return;
+    if (!m_session.prompt.confirm(this, QStringLiteral("Confirm Delete Question"),
+                                  QStringLiteral("Are you sure you want to Delete this Question?")))
+        return;
+    WaitCursor wait;
+    DoDeleteQuestion();
+    PopulateGrid();
+    selectRow(qMin(row, m_model->rowCount() - 1));
+    keepInView();
+}
+
+void QuestionEditor::chkAdjacentLevels_Click()
+{
+    if (m_populating)
+        return;
+    m_session.bank.Subjects.at(m_session.records.CurrentSubject).AdjacentLevels =
+        m_chkAdjacentLevels->isChecked();
+}
+
+void QuestionEditor::cmdRevert_Click()
+{
+    const int subject = m_session.records.CurrentSubject;
+    const auto restoreDefaults = DefaultsOf(subject);
+    if (restoreDefaults == nullptr)
+        return;
+    if (!m_session.prompt.confirm(
+            this, QStringLiteral("Confirm: Revert to Original, Default Subject"),
+            QStringLiteral("Are you sure you want to Revert to the Original, Default Subject?")))
+        return;
+    WaitCursor wait;
+    restoreDefaults(m_session.bank);
+    m_session.bank.Subjects[subject].AdjacentLevels = true;
+    emit reverted();
+}
+
+bool QuestionEditor::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_grid && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Insert) {
+            cmdAdd_Click();
+            return true;
+        }
+        if (key == Qt::Key_Delete) {
+            cmdDelete_Click();
+            return true;
+        }
+    }
+    return QGroupBox::eventFilter(watched, event);
+}
