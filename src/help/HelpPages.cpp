@@ -1,0 +1,260 @@
+#include "help/HelpPages.h"
+
+#include <QDir>
+
+#include <initializer_list>
+
+namespace {
+
+// The fragments of a page, joined in the order they are read.
+QString Join(std::initializer_list<const char *> fragments)
+{
+    QString text;
+    for (const char *fragment : fragments)
+        text += QString::fromUtf8(fragment);
+    return text;
+}
+
+constexpr const char *PageStart = "<font face=verdana>";
+constexpr const char *PageEnd = "</font>";
+
+// The screens close on Enter; both editing screens warn about it the same way.
+constexpr const char *EnterWarning =
+    "<p><i>Please note:</i> do not press <b>[Enter]</b> until you are finished "
+    "using the screen (as pressing <b>[Enter]</b> causes this screen to Close). "
+    "All modifications are then automatically Saved. "
+    "When you are finished, press <b>[Esc]</b> or click <b>[Close]</b>.";
+
+// Where this installation really keeps its files, in a sentence of its own.
+QString ActualDataDirSentence(const QString &dataDir, bool besideProgram)
+{
+    const QString shown = QDir::toNativeSeparators(dataDir).toHtmlEscaped();
+    if (besideProgram)
+        return QStringLiteral("On this computer, the <b>data</b> directory is <b>%1</b>. ")
+            .arg(shown);
+    return QStringLiteral("On this computer, the program's own directory cannot be written to, "
+                          "so Tavrino keeps its files in your personal application data "
+                          "directory instead: <b>%1</b>. ")
+        .arg(shown);
+}
+
+} // namespace
+
+QString MainHelpPage(const QString &dataDir, bool besideProgram)
+{
+    QString page = Join({
+        PageStart,
+        "<center><u><h3>Help Topics</h3></u></center>",
+        "<p><b><u>Overview:</u></b><br>",
+        "A general description of the entire Tavrino program.",
+        "<p><b><u>Performing a Test:</u></b><br>",
+        "How to Start and Stop a <b>Test</b>.",
+        "<p><b><u>Students:</u></b><br>",
+        "How to manage an entire <b>Class</b>.",
+        "<p><b><u>Tests:</u></b><br>",
+        "How to select the <b>Subjects</b> and <b>Levels</b> to be performed, and how to "
+        "change them.",
+
+        "<hr>",
+        "<center><u><h3>Overview</h3></u></center>",
+        "<p>The Tavrino program will enable Students to perform <b>Multi-Level Timed Tests</b>. ",
+        "Each test lasts a fixed number of seconds, and the Student answers as many questions "
+        "as possible before the time runs out.",
+        "<p>The questions, and the multiple choices offered for each question, are always "
+        "shown in a <i>random</i> sequence. Every question of a Subject and Level is asked "
+        "before a new random sequence begins, so a Student does not see the same question "
+        "again until all of the others have been used.",
+        "<p>Before a test, you can review the answers on the <b>Tests</b> screen. "
+        "The <b>Students</b> screen shows each Student's <b>Last</b> and <b>High</b> scores "
+        "for every Subject and Level.",
+        "<p>Besides the default tests that come with the program, you can add your own "
+        "Subjects and tests, and edit them.",
+        "<p>All modifications (to the <b>Students</b> and <b>Tests</b> data) are "
+        "automatically Saved for you. ",
+        "There is no Save command to remember. ",
+        "Even so, it is wise to make a backup copy of the <b>data</b> directory from time to "
+        "time (for example, onto a memory stick), so that your Class's scores and your own "
+        "tests are never lost. ",
+        "All of the files used by this program are placed in a directory named "
+        "<u><b>data</b></u>, ",
+        "which is located directly beneath the program's path. ",
+        "For example, if the program is installed in <b>c:\\Program Files\\Tavrino</b>, then "
+        "its files are kept in <b>c:\\Program Files\\Tavrino\\data</b>. ",
+    });
+    page += ActualDataDirSentence(dataDir, besideProgram);
+    page += Join({
+        "<hr>",
+        "<center><u><h3>Performing a Test</h3></u></center>",
+        "<p>First make sure that the right Student is selected: the current Student's name is "
+        "shown at the top left of the main screen. Then select a test, by choosing the "
+        "<b>Subject</b> from the list and clicking the button of the <b>Level</b>. "
+        "To begin, click <b>[Start Test]</b>.",
+        "<p>The test runs for the number of seconds shown next to the Subject's name. "
+        "For Arithmetic, type the missing number and press <b>[Enter]</b>; for the other "
+        "Subjects, "
+        "select one of the four answers and press <b>[Enter]</b>. Each answer is checked at "
+        "once, and the next question follows. To end a test early, click <b>[Stop Test]</b>.",
+        "<p>While the test runs, its status is shown at the top right of the screen: the time "
+        "left, the number of <b>Right</b> and <b>Wrong</b> answers, and the <b>Score</b>.",
+        "<p>The <u><b>Score</b></u> is determined by subtracting the <b>Wrong</b> answers "
+        "from the <b>Right</b> answers. ",
+        "For example, a Student with 5 <b>Right</b> answers and 2 <b>Wrong</b> answers has a "
+        "<b>Score</b> of 3. ",
+        "When the test ends, the Score becomes the Student's <b>Last</b> score for that "
+        "Subject and Level, and also the <b>High</b> score when it beats the previous best.",
+
+        "<hr>",
+        "<center><u><h3>Students</h3></u></center>",
+        "<p>The <b>Students</b> screen is always shown when the program starts, so that the "
+        "first Student can be selected. (The very first time, the program asks for the first "
+        "Student's name.) The name of the current Student is shown at the top left of the "
+        "main screen.",
+        "<p>After a test, click <b>[Students]</b> to select another Student, to add, rename "
+        "or delete Students, or to look at their scores. For more help, click "
+        "<b>[Help]</b> on the Students screen.",
+
+        "<hr>",
+        "<center><u><h3>Tests</h3></u></center>",
+        "<p>The program comes with these default Subjects:",
+        "<ul><li><b>Arithmetic</b><li><b>Spelling</b><li><b>Geography</b>",
+        "<li><b>History</b><li><b>Music</b><li><b>Science</b></ul>",
+        "<p>The current test is the <b>Subject</b> and <b>Level</b> selected on the main "
+        "screen. ",
+        "If a Level is not available for a particular Subject, then it's button will be "
+        "disabled. ",
+        "A Level becomes available as soon as it holds at least one question (for Arithmetic: "
+        "as soon as one of its exercises is switched On).",
+        "<p>Please note that a <b>Level</b> is <i>not</i> the same as a school grade. "
+        "For example, the default Arithmetic Levels 6 - 12 are the multiplication tables "
+        "of 6 .. 12.",
+        "<p>After a test, click <b>[Tests]</b> to change the Subjects, the length of the "
+        "tests, the Arithmetic settings or the questions. For more help, click "
+        "<b>[Help]</b> on the Tests screen.",
+        PageEnd,
+    });
+    return page;
+}
+
+QString StudentsHelpPage()
+{
+    return Join({
+        PageStart,
+        "<center><u><h3>Students</h3></u></center>",
+        "<p>This screen keeps your <b>Class</b>: the list of Students who take the tests, "
+        "and the scores each of them has reached. The Student who is selected when this "
+        "screen closes is the one who takes the next test.",
+        EnterWarning,
+        "<p><b><u>Selecting a Student:</u></b><br>",
+        "Click a name in the list under <b>Select a Student</b>. The name appears in the "
+        "<b>Student</b> box, the Student's <b>Level</b> is selected, and the scores show that "
+        "Student's results.",
+        "<p><b><u>Editing a Student:</u></b><br>",
+        "Select the Student, then change the name in the <b>Student</b> box; the list follows "
+        "as you type. To change the Level at which the Student usually works, click one of the "
+        "<b>Level</b> buttons.",
+        "<p><b><u>Adding a New Student:</u></b><br>",
+        "Click <b>[Add Student]</b>. An empty line is added at the end of the list and "
+        "selected; type the new Student's name in the <b>Student</b> box.",
+        "<p><b><u>Deleting a Student:</u></b><br>",
+        "Select the Student and click <b>[Delete Student]</b> (or press the <b>[Delete]</b> "
+        "key in the list), then confirm with <b>[OK]</b>. The Student's scores are deleted as "
+        "well. The last remaining Student cannot be deleted.",
+
+        "<hr>",
+        "<center><u><h3>Scores</h3></u></center>",
+        "<p>The grid shows the scores in one of two ways, chosen by the buttons to the right "
+        "of the <b>SCORES FOR</b> heading:",
+        "<p><b><u>Show Scores for one Student:</u></b><br>",
+        "Every Subject, with the selected Student's scores at each Level. The current Subject "
+        "is highlighted in yellow.",
+        "<p><b><u>Show Scores for one Subject:</u></b><br>",
+        "Every Student, with their scores in the Subject chosen under <b>Current Subject</b>. "
+        "The selected Student is highlighted in yellow.",
+        "<p>Each Subject (or Student) takes two rows: the upper row is the <b>Last</b> "
+        "(most recent) score at each Level, and the lower row, in red, is the <b>High</b> "
+        "(Highest) score. The column of the Student's own Level is shown in bold.",
+        "<p><b><u>Resetting Scores</u></b><br>",
+        "To start again from zero (for example, at the beginning of a new school year), use "
+        "one of these buttons; each asks you to confirm first:",
+        "<ul><li><b>[Reset This Student's Totals]</b> sets every score of the selected Student "
+        "back to zero.",
+        "<li><b>[Reset ALL Student Totals]</b> sets every score of every Student back to "
+        "zero.</ul>",
+        "<p>The Students' names and Levels are kept.",
+        PageEnd,
+    });
+}
+
+QString TestsHelpPage()
+{
+    return Join({
+        PageStart,
+        "<center><u><h3>Tests</h3></u></center>",
+        "<p>This screen is where you look at and change the tests. Choose a Subject in the "
+        "<b>Subject</b> list: for Arithmetic the screen shows the settings of every Level, "
+        "for any other Subject it shows all of the Subject's questions.",
+        EnterWarning,
+        "<p>In the question grid, every question is listed with its Level, its "
+        "<b>Right Answer</b> and three <b>Wrong Answers</b>. To edit a question, click its row "
+        "on the grid and change the fields below it; every change is stored as you type.",
+        "<p><b><u>Add Question:</u></b><br>",
+        "Click a question at the Level you want, then click <b>[Add Question]</b> (or press "
+        "<b>[Insert]</b> on the grid). An empty question is added at the end of that Level: "
+        "type the question, the right answer and the three wrong answers.",
+        "<p><b><u>Delete Question:</u></b><br>",
+        "Click the question, then click <b>[Delete Question]</b> (or press <b>[Delete]</b> on "
+        "the grid) and confirm. Every Subject must keep at least one question.",
+        "<p><b><u>Changing a Level:</u></b><br>",
+        "To move a question to another Level, click it and choose the new Level in the "
+        "<b>Level</b> list. The question moves to the end of its new Level with all of its "
+        "answers.",
+        "<p><b><u>Use Adjacent Levels (during Test):</u></b><br>",
+        "When this box is checked, a test also asks questions from the Levels just below and "
+        "just above the chosen one: a Level 3 test, for example, also uses questions of "
+        "Levels 2 and 4. This gives more variety when a Level holds only a few questions.",
+        "<p><b>[Revert this Subject to Default]</b> puts back the original questions of a "
+        "built-in Subject.",
+
+        "<hr>",
+        "<center><u><h3>Subjects</h3></u></center>",
+        "<p><b>[Add Subject]</b> adds a new Subject (its name may be up to 20 characters "
+        "long), which starts with one empty question at Level K. <b>[Edit Subject]</b> renames "
+        "and <b>[Delete Subject]</b> deletes a Subject that you added; the six built-in "
+        "Subjects cannot be renamed or deleted.",
+        "<p><b>Time (in Seconds)</b> is the length of the Subject's test, from 5 to 999 "
+        "seconds; any other number is replaced by 30.",
+        "<p><b>[Revert ALL to Default]</b> restores all of the built-in Subjects with their "
+        "original questions and settings, and deletes the Subjects you added. The Students' "
+        "scores in the built-in Subjects are kept.",
+
+        "<hr>",
+        "<center><u><h3>Arithmetic</h3></u></center>",
+        "<p>Arithmetic questions are not stored: the program makes them up during the test "
+        "from the settings of each Level. Click a Level's row on the grid to change its "
+        "settings, and switch each of the four exercises (<b>Addition</b>, "
+        "<b>Subtraction</b>, <b>Multiplication</b> and <b>Division</b>) <b>On</b> or "
+        "<b>Off</b>. A Level with every exercise switched Off cannot be chosen for a test.",
+        "<p><b><u>Selecting a Range of Numbers:</u></b><br>",
+        "Under each of the four exercise headings, select the <b>Low</b> and <b>High</b> "
+        "numbers to be used. For Addition and Multiplication these are the ranges of the first "
+        "and the second number. Subtraction and Division are built backwards, from the "
+        "<b>2nd Number</b> and the <b>Result</b>, so that every answer is a whole number and "
+        "never below zero. For example, with Addition and Subtraction switched On and every "
+        "range from 1 to 3, a test could ask:",
+        "<ul><li><b>3 + 1</b><li><b>3 - 2</b><li><b>2 + 2</b><li><b>5 - 3</b></ul>",
+        "<p><b><u>Alternate (switch) Positions of Numbers:</u></b><br>",
+        "With <b>Yes</b>, the two numbers change places on every second question, so that the "
+        "Student practises both ways round. For example, at Level 6 (the table of 6):",
+        "<ul><li><b>4 x 6</b><li><b>6 x 9</b><li><b>2 x 6</b><li><b>6 x 11</b></ul>",
+        "<p>With <b>No</b>, the first number always stays first.",
+        "<p><b><u>Alternate Position of 'Blank box':</u></b><br>",
+        "With <b>Yes</b>, the box that the Student fills in moves from question to question: "
+        "sometimes it is the second number, sometimes the answer and sometimes the first "
+        "number. For example:",
+        "<ul><li><b>3 + ___ = 5</b><li><b>4 + 2 = ___</b><li><b>___ + 1 = 7</b></ul>",
+        "<p>With <b>No</b>, the Student always types the answer.",
+        "<p><b>[Revert this Subject to Default]</b> puts back the original Arithmetic "
+        "settings of every Level.",
+        PageEnd,
+    });
+}
