@@ -1,5 +1,7 @@
 #include "LevelButtons.h"
 
+#include "ui/Accessibility.h"
+
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QRadioButton>
@@ -12,11 +14,13 @@ LevelButtons::LevelButtons(QWidget *parent) : QWidget(parent), m_group(new QButt
     for (int level = 0; level < LevelCount; ++level) {
         auto *option = new QRadioButton(QString::fromStdString(LevelText(level)), this);
         option->setObjectName(QStringLiteral("optLevel%1").arg(level));
+        option->setAccessibleName(QStringLiteral("Level ") + option->text());
         m_group->addButton(option, level);
         layout->addWidget(option);
         m_optLevel[level] = option;
     }
     layout->addStretch(1);
+    TabToCheckedButton(m_group->buttons());
     connect(m_group, &QButtonGroup::idClicked, this, &LevelButtons::levelClicked);
 }
 
@@ -30,6 +34,7 @@ void LevelButtons::enableFor(const TestBank &bank, int subject)
 {
     for (int level = 0; level < LevelCount; ++level)
         m_optLevel[level]->setEnabled(LevelHasQuestions(bank, subject, level));
+    UpdateTabStop(m_group->buttons());
 
     const int checked = m_group->checkedId();
     if (checked < 0 || m_optLevel[checked]->isEnabled())

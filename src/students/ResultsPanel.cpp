@@ -1,6 +1,7 @@
 #include "ResultsPanel.h"
 
 #include "ResultsModel.h"
+#include "ui/Accessibility.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
@@ -20,10 +21,11 @@
 
 namespace {
 
-// Screen sizes are kept in twips, fifteen to a pixel.
-constexpr int Pixels(int twips)
+// Screen sizes are kept in twips, 1440 to an inch: fifteen to a pixel at the
+// usual 96 dots per inch, more where the desktop's fonts are set larger.
+constexpr int Pixels(int twips, int dotsPerInch)
 {
-    return (twips + 7) / 15;
+    return (twips * dotsPerInch + 720) / 1440;
 }
 
 constexpr std::array<int, ResultsModel::ColumnCount> ColumnTwips = {
@@ -86,6 +88,9 @@ QWidget *ResultsPanel::buildHeading()
     m_lblStudentOrSubject->setObjectName(QStringLiteral("lblStudentOrSubject"));
     m_lblStudentOrSubject->setFont(captionFont(14, true));
     m_lblStudentOrSubject->setMinimumWidth(180);
+    // A name is shown as typed, never read as markup.
+    m_lblStudentOrSubject->setTextFormat(Qt::PlainText);
+    NameValueLabel(*m_lblStudentOrSubject, QStringLiteral("Scores for"));
 
     auto *frame = new QGroupBox(QStringLiteral("Show Scores for one"), heading);
     frame->setObjectName(QStringLiteral("fraShowScoresFor"));
@@ -98,6 +103,7 @@ QWidget *ResultsPanel::buildHeading()
     frameLayout->addWidget(m_optBySubject);
     connect(m_optByStudent, &QRadioButton::clicked, this, &ResultsPanel::optByStudent_Click);
     connect(m_optBySubject, &QRadioButton::clicked, this, &ResultsPanel::optBySubject_Click);
+    TabToCheckedButton({m_optByStudent, m_optBySubject});
 
     layout->addWidget(scoresFor, 0, Qt::AlignVCenter);
     layout->addWidget(m_lblStudentOrSubject, 1, Qt::AlignVCenter);
@@ -109,6 +115,7 @@ void ResultsPanel::buildGrid()
 {
     m_grid = new QTableView(this);
     m_grid->setObjectName(QStringLiteral("Grid1"));
+    m_grid->setAccessibleName(QStringLiteral("Scores"));
     auto *style = new NarrowCellStyle;
     style->setParent(m_grid);
     m_grid->setStyle(style);
@@ -139,7 +146,7 @@ void ResultsPanel::buildGrid()
     // rows that may follow it before the grid scrolls.
     int width = 2 * m_grid->frameWidth() + m_grid->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     for (const int twips : ColumnTwips)
-        width += Pixels(twips);
+        width += Pixels(twips, m_grid->logicalDpiX());
     const int height = 2 * m_grid->frameWidth() + m_grid->horizontalHeader()->sizeHint().height() +
                        (RowsBelowTop + 1) * m_grid->verticalHeader()->defaultSectionSize();
     m_grid->setFixedSize(width, height);
@@ -181,7 +188,7 @@ void ResultsPanel::InitGrid()
 {
     QHeaderView *columns = m_grid->horizontalHeader();
     for (int column = 0; column < ResultsModel::ColumnCount; ++column)
-        columns->resizeSection(column, Pixels(ColumnTwips[column]));
+        columns->resizeSection(column, Pixels(ColumnTwips[column], m_grid->logicalDpiX()));
     // Row 0 is the header row; the view shows it as its fixed column header.
     m_grid->setRowHidden(0, true);
 }

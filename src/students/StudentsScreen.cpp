@@ -4,6 +4,7 @@
 #include "ResultsPanel.h"
 #include "core/StudentsFile.h"
 #include "help/HelpScreen.h"
+#include "ui/FileText.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
@@ -74,6 +75,10 @@ StudentsScreen::StudentsScreen(Session &session, QWidget *parent)
         help.exec();
     };
 
+    // Built in the order Tab should visit them: the roster, the selected
+    // student, the results, then Help and Close.
+    QWidget *roster = buildRoster();
+    QWidget *details = buildStudentDetails();
     m_results = new ResultsPanel(session, this);
     connect(m_results, &ResultsPanel::refreshRequested, this, &StudentsScreen::List1_Click);
 
@@ -81,8 +86,8 @@ StudentsScreen::StudentsScreen(Session &session, QWidget *parent)
     layout->setContentsMargins(14, 12, 14, 12);
     layout->setHorizontalSpacing(18);
     layout->setVerticalSpacing(12);
-    layout->addWidget(buildRoster(), 0, 0, 2, 1);
-    layout->addWidget(buildStudentDetails(), 0, 1);
+    layout->addWidget(roster, 0, 0, 2, 1);
+    layout->addWidget(details, 0, 1);
     layout->addWidget(m_results, 1, 1);
     layout->addWidget(buildFooter(), 2, 0, 1, 2);
     layout->setSizeConstraint(QLayout::SetFixedSize);
@@ -100,6 +105,7 @@ QWidget *StudentsScreen::buildRoster()
     m_List1->setObjectName(QStringLiteral("List1"));
     m_List1->setFont(QFont(QStringLiteral("Arial"), 11));
     m_List1->setMinimumWidth(210);
+    m_List1->setAccessibleName(QStringLiteral("Students"));
     m_List1->installEventFilter(this);
     connect(m_List1, &QListWidget::currentRowChanged, this, &StudentsScreen::List1_Click);
 
@@ -127,6 +133,10 @@ QWidget *StudentsScreen::buildStudentDetails()
     m_txtStudent->setObjectName(QStringLiteral("txtStudent"));
     m_txtStudent->setFont(QFont(QStringLiteral("Arial"), 12));
     m_txtStudent->setMinimumWidth(260);
+    // The name is shown as the Students file will keep it, and no longer.
+    m_txtStudent->setMaxLength(FileTextMaxLength);
+    m_txtStudent->setValidator(new FileTextValidator(m_txtStudent));
+    m_txtStudent->setAccessibleName(QStringLiteral("Student name"));
     connect(m_txtStudent, &QLineEdit::textChanged, this, &StudentsScreen::txtStudent_Change);
 
     m_levels = new LevelButtons(details);
@@ -135,13 +145,19 @@ QWidget *StudentsScreen::buildStudentDetails()
     m_cmbSubject = new QComboBox(details);
     m_cmbSubject->setObjectName(QStringLiteral("cmbSubject"));
     m_cmbSubject->setMinimumWidth(200);
+    m_cmbSubject->setAccessibleName(QStringLiteral("Current subject"));
     connect(m_cmbSubject, &QComboBox::currentIndexChanged, this, &StudentsScreen::cmbSubject_Click);
 
-    layout->addWidget(caption(QStringLiteral("Student:"), details), 0, 0);
+    // The captions label their boxes for a screen reader too.
+    QLabel *studentCaption = caption(QStringLiteral("Student:"), details);
+    studentCaption->setBuddy(m_txtStudent);
+    QLabel *subjectCaption = caption(QStringLiteral("Current Subject:"), details);
+    subjectCaption->setBuddy(m_cmbSubject);
+    layout->addWidget(studentCaption, 0, 0);
     layout->addWidget(m_txtStudent, 0, 1, Qt::AlignLeft);
     layout->addWidget(caption(QStringLiteral("Level:"), details), 1, 0);
     layout->addWidget(m_levels, 1, 1);
-    layout->addWidget(caption(QStringLiteral("Current Subject:"), details), 2, 0);
+    layout->addWidget(subjectCaption, 2, 0);
     layout->addWidget(m_cmbSubject, 2, 1, Qt::AlignLeft);
     layout->setColumnStretch(1, 1);
     return details;
@@ -229,6 +245,8 @@ bool StudentsScreen::Form_Load()
     }
     selectCurrentSubject();
     List1_Click();
+    // Arrow keys choose the student at once; Enter then closes the screen.
+    m_List1->setFocus();
     return true;
 }
 
@@ -260,7 +278,8 @@ void StudentsScreen::askFirstName()
         this, QStringLiteral("Welcome to the Tavrino program"),
         QStringLiteral("Please enter the first Student's name:\r(You can add additional Students, "
                        "by clicking\rthe [Add Student] button on the next screen.)"));
-    m_txtStudent->setText(answer);
+    // Set as text, the answer bypasses the box's validator.
+    m_txtStudent->setText(FileText(answer));
 }
 
 void StudentsScreen::selectCurrentSubject()

@@ -5,6 +5,7 @@
 #include "help/HelpScreen.h"
 #include "students/StudentsScreen.h"
 #include "tests/TestsScreen.h"
+#include "ui/Accessibility.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
@@ -43,15 +44,18 @@ MainScreen::MainScreen(Session &session, QWidget *parent)
         if (!screen.Form_Load())
             return false;
         screen.exec();
+        takeKeyboardBack();
         return true;
     };
     m_otherScreens.tests = [this] {
         TestsScreen screen(m_session, this);
         screen.exec();
+        takeKeyboardBack();
     };
     m_otherScreens.help = [this] {
         HelpScreen screen(HelpPage::Main, m_session.paths, this);
         screen.exec();
+        takeKeyboardBack();
     };
 
     // A missing directory is made now; telling the user about a failure has to
@@ -86,6 +90,16 @@ void MainScreen::connectControls()
         watched->installEventFilter(this);
     for (QRadioButton *option : m_ui->optAnswer)
         option->installEventFilter(this);
+    // Enter that the subject list and the level buttons leave unused reaches the panel.
+    m_ui->fraStartTest->installEventFilter(this);
+}
+
+void MainScreen::takeKeyboardBack()
+{
+    // A window manager gives the keyboard back to this screen when a screen
+    // opened from it closes; a bare X session (a kiosk) does not, and the child
+    // would be left typing into nothing.
+    activateWindow();
 }
 
 void MainScreen::showEvent(QShowEvent *event)
@@ -113,8 +127,30 @@ bool MainScreen::eventFilter(QObject *watched, QEvent *event)
     if (event->type() != QEvent::KeyPress)
         return false;
     const int key = static_cast<QKeyEvent *>(event)->key();
+    const int arrow = key == Qt::Key_Down || key == Qt::Key_Right ? 1
+                      : key == Qt::Key_Up || key == Qt::Key_Left  ? -1
+                                                                  : 0;
+    for (int index = 0; arrow != 0 && index < 4; ++index) {
+        if (watched != m_ui->optAnswer[index])
+            continue;
+        // The arrow keys choose the next answer as a click does. Qt would only
+        // move the focus while no answer is chosen yet, and Enter would then
+        // judge the first answer, not the one the child moved to.
+        if (index + arrow >= 0 && index + arrow < 4) {
+            m_ui->optAnswer[index + arrow]->setFocus(Qt::TabFocusReason);
+            m_ui->optAnswer[index + arrow]->click();
+        }
+        return true;
+    }
     if (key != Qt::Key_Return && key != Qt::Key_Enter)
         return false;
+    if (watched == m_ui->fraStartTest) {
+        // Start Test is the panel's default button, except while it is held
+        // back after a test that ran out of time.
+        if (m_ui->cmdStartTest->isVisible())
+            m_ui->cmdStartTest->click();
+        return true;
+    }
     constexpr int Enter = 13;
     if (watched == m_ui->txtNum1)
         txtNum1_KeyPress(Enter);
@@ -230,6 +266,7 @@ void MainScreen::DisableLevelButtons()
     for (int level = 0; level < LevelCount; ++level)
         m_ui->optLevel[level]->setEnabled(
             LevelHasQuestions(m_session.bank, m_session.records.CurrentSubject, level));
+    UpdateTabStop(m_ui->levelButtons->buttons());
 }
 
 void MainScreen::DisplayTotals()

@@ -68,6 +68,7 @@ protected:
 
 private:
     void connectControls();
+    void takeKeyboardBack();
     void endProgram();
 
     void DisplayMainForm();

@@ -1,5 +1,6 @@
 #include "MainScreenPanels.h"
 
+#include "ui/Accessibility.h"
 #include "ui/Colours.h"
 
 #include <QButtonGroup>
@@ -16,6 +17,7 @@
 
 #include <array>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -55,6 +57,8 @@ QLabel *namedLabel(const char *name, int points, bool bold)
 {
     QLabel *label = named(new QLabel, name);
     label->setFont(arial(points, bold));
+    // Names, questions and answers are shown as they were typed, never read as markup.
+    label->setTextFormat(Qt::PlainText);
     return label;
 }
 
@@ -90,7 +94,10 @@ QLineEdit *problemBox(const char *name)
 {
     QLineEdit *box = named(new QLineEdit, name);
     box->setFont(arial(ProblemPoints, true));
-    box->setFixedWidth(150);
+    // Five digits wide in the box's own font, so that the boxes grow with the
+    // text on a desktop set to larger fonts.
+    box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("00000")) +
+                       box->fontMetrics().height() / 2);
     box->setMinimumHeight(64);
     SetDisplayStyle(*box);
     return box;
@@ -170,6 +177,15 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
 
     Timer1 = named(new QTimer(form), "Timer1");
     Timer1->setInterval(1000);
+
+    // Tab follows the screen from the top: the command buttons, the start
+    // panel, whichever question is showing, and Stop. Hidden controls are skipped.
+    std::vector<QWidget *> tabChain = {cmdSelectStudent, cmdTest, cmdHelp, cmdExit, cmbSubject};
+    tabChain.insert(tabChain.end(), optLevel.begin(), optLevel.end());
+    tabChain.insert(tabChain.end(), {cmdStartTest, txtNum1, txtNum2, txtAnswer});
+    tabChain.insert(tabChain.end(), optAnswer.begin(), optAnswer.end());
+    tabChain.push_back(cmdStop);
+    SetTabChain(tabChain);
 }
 
 QFrame *MainScreenPanels::buildSplash(QWidget *form)
@@ -204,8 +220,9 @@ QWidget *MainScreenPanels::buildButtonBar()
     layout->addStretch();
     cmdExit->setMinimumWidth(130);
     layout->addWidget(cmdExit);
-    // Keeps the bar's height while its buttons are hidden during a test.
-    bar->setMinimumHeight(cmdExit->sizeHint().height());
+    // Keeps the bar's height while its buttons are hidden during a test, so the
+    // question does not move up when the test starts.
+    bar->setMinimumHeight(qMax(cmdExit->sizeHint().height(), cmdExit->minimumHeight()));
     return bar;
 }
 
@@ -216,8 +233,10 @@ QFrame *MainScreenPanels::buildStartPanel()
     cmbSubject = named(new QComboBox, "cmbSubject");
     cmbSubject->setFont(arial(16));
     cmbSubject->setMinimumWidth(280);
+    QLabel *subjectCaption = caption(QStringLiteral("Subject:"), 16, true);
+    subjectCaption->setBuddy(cmbSubject);
     auto *subjectRow = new QHBoxLayout;
-    subjectRow->addWidget(caption(QStringLiteral("Subject:"), 16, true));
+    subjectRow->addWidget(subjectCaption);
     subjectRow->addWidget(cmbSubject);
     subjectRow->addStretch();
 
@@ -228,10 +247,12 @@ QFrame *MainScreenPanels::buildStartPanel()
         auto *option = new QRadioButton(QString::fromStdString(LevelText(level)));
         option->setObjectName(QStringLiteral("optLevel%1").arg(level));
         option->setFont(arial(14, true));
+        option->setAccessibleName(QStringLiteral("Level ") + option->text());
         levelButtons->addButton(option, level);
         levelRow->addWidget(option);
         optLevel[level] = option;
     }
+    TabToCheckedButton(levelButtons->buttons());
     levelRow->addStretch();
 
     cmdStartTest = button("cmdStartTest", QStringLiteral("Start Test"), 20);
@@ -263,7 +284,9 @@ QFrame *MainScreenPanels::buildStartPanel()
 QFrame *MainScreenPanels::buildScorePanel()
 {
     fraScore = named(new QFrame, "fraScore");
-    fraScore->setFixedWidth(300);
+    // 300 pixels at the usual 96 dots per inch, wider where the desktop's fonts
+    // are set larger, so that captions and scores keep their room.
+    fraScore->setFixedWidth(300 * fraScore->logicalDpiX() / 96);
     auto *layout = new QVBoxLayout(fraScore);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(12);
@@ -298,6 +321,7 @@ QFrame *MainScreenPanels::buildScoreTotals()
     for (const auto &[text, value] : rows) {
         layout->addWidget(caption(text, 14), row, 0, Qt::AlignRight);
         value->setWordWrap(true);
+        NameValueLabel(*value, text.chopped(1));
         layout->addWidget(value, row, 1);
         ++row;
     }
@@ -327,6 +351,7 @@ QFrame *MainScreenPanels::buildScoreTest()
         layout->addWidget(caption(text, 13), 0, column, Qt::AlignHCenter);
         value->setAlignment(Qt::AlignCenter);
         value->setMinimumWidth(56);
+        NameValueLabel(*value, value == lblTimeLeft ? QStringLiteral("Time left") : text);
         layout->addWidget(value, 1, column);
         ++column;
     }
@@ -344,6 +369,10 @@ QFrame *MainScreenPanels::buildMathPanel()
     lblEqual = problemSign("lblEqual", QStringLiteral("="));
     txtAnswer = problemBox("txtAnswer");
     SetEntryStyle(*txtAnswer);
+    txtNum1->setAccessibleName(QStringLiteral("First number"));
+    txtNum2->setAccessibleName(QStringLiteral("Second number"));
+    txtAnswer->setAccessibleName(QStringLiteral("Answer"));
+    lblEqual->setAccessibleName(QStringLiteral("equals"));
 
     lblInstruction = namedLabel("lblInstruction", 16, false);
     lblInstruction->setText(QStringLiteral("Type your answer, and press [Enter]:"));
@@ -386,8 +415,12 @@ QFrame *MainScreenPanels::buildMultiPanel()
         option->setObjectName(QStringLiteral("optAnswer%1").arg(index));
         option->setFont(arial(QuestionPoints, true));
         option->setMinimumHeight(44);
+        // The answer with the keyboard focus is framed in white: the style's own
+        // focus mark hardly shows on the dark strip.
         option->setStyleSheet(
-            QStringLiteral("QRadioButton::indicator { width: 22px; height: 22px; }"));
+            QStringLiteral("QRadioButton { border: 2px solid transparent; padding: 0 6px; }"
+                           "QRadioButton:focus { border-color: white; }"
+                           "QRadioButton::indicator { width: 22px; height: 22px; }"));
         SetTextColour(*option, Bgr::White);
         answerButtons->addButton(option, index);
         // As wide as its text, so that a click beside the text is not taken

@@ -27,6 +27,26 @@ void addOne(QLabel &counter)
     counter.setNum(counter.text().toInt() + 1);
 }
 
+// An operation sign as a screen reader should say it.
+QString SpokenOperation(char symbol)
+{
+    switch (symbol) {
+    case '-':
+        return QStringLiteral("minus");
+    case 'x':
+        return QStringLiteral("times");
+    case '/':
+        return QStringLiteral("divided by");
+    default:
+        return QStringLiteral("plus");
+    }
+}
+
+QString SpokenNumber(const QLineEdit &box)
+{
+    return box.text().isEmpty() ? QStringLiteral("blank") : box.text();
+}
+
 } // namespace
 
 void MainScreen::cmdStartTest_Click()
@@ -143,9 +163,18 @@ void MainScreen::ChangeQuestion()
         m_ui->lblQuestion_Multi->setText(QString::fromStdString(m_multipleChoice.label));
         // Spelling questions above the first levels have no clue to show.
         m_ui->lblQuestion_Multi->setVisible(!m_ui->lblQuestion_Multi->text().isEmpty());
-        for (int index = 0; index < 4; ++index)
-            m_ui->optAnswer[index]->setText(
-                QString::fromStdString(m_multipleChoice.choices[index]));
+        // Only the answers take the focus, so each carries the question for a
+        // screen reader.
+        const QString question = m_ui->lblQuestion_Multi->text().isEmpty()
+                                     ? m_ui->lblInstruction_Multi->text()
+                                     : m_ui->lblQuestion_Multi->text();
+        for (int index = 0; index < 4; ++index) {
+            QRadioButton &option = *m_ui->optAnswer[index];
+            // An ampersand in an answer is shown, not taken for a shortcut key.
+            option.setText(QString::fromStdString(m_multipleChoice.choices[index])
+                               .replace(QLatin1Char('&'), QStringLiteral("&&")));
+            option.setAccessibleDescription(question);
+        }
         return;
     }
 
@@ -160,6 +189,18 @@ void MainScreen::ChangeQuestion()
         SetEntryStyle(*blankBox());
     }
     blankBox()->clear();
+    // Whichever box has the focus, a screen reader can read the whole problem.
+    m_ui->lblOp->setAccessibleName(SpokenOperation(m_arithmetic.symbol));
+    const QString problem = QStringLiteral("%1 %2 %3 equals %4")
+                                .arg(SpokenNumber(*m_ui->txtNum1), m_ui->lblOp->accessibleName(),
+                                     SpokenNumber(*m_ui->txtNum2), SpokenNumber(*m_ui->txtAnswer));
+    // Tab stops only at the box to type into. A number on show is not for
+    // typing, and with a moving blank it would hand the focus straight back,
+    // so that Tab could never reach Stop Test.
+    for (QLineEdit *box : {m_ui->txtNum1, m_ui->txtNum2, m_ui->txtAnswer}) {
+        box->setAccessibleDescription(problem);
+        box->setFocusPolicy(box == blankBox() ? Qt::StrongFocus : Qt::ClickFocus);
+    }
     blankBox()->setFocus();
 }
 

@@ -208,7 +208,9 @@ void ShapeArithmeticGrid(QTableView &view)
     }
     view.setColumnWidth(ArithmeticGridModel::SwitchNumbersColumn, switchWidth);
     view.setColumnWidth(ArithmeticGridModel::SwitchBlanksColumn, switchWidth);
-    const int rowHeight = plain.height() + 4;
+    // No lower than the header allows, or the rows would come out taller than
+    // the grid's fixed height counts them.
+    const int rowHeight = std::max(plain.height() + 4, view.verticalHeader()->minimumSectionSize());
     for (int row = 0; row < model->rowCount(); ++row) {
         view.setRowHeight(row, rowHeight);
     }

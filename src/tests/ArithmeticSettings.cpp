@@ -2,6 +2,7 @@
 
 #include "core/DefaultBank.h"
 #include "tests/ArithmeticGridModel.h"
+#include "ui/Accessibility.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
@@ -73,6 +74,9 @@ ArithmeticSettings::ArithmeticSettings(Session &session, QWidget *parent)
     // Only the family is set, so sizes still follow the screen.
     setFont(QFont(QStringLiteral("Arial")));
 
+    // Built from the top down, the order in which Tab visits the controls.
+    QTableView *grid = buildGrid();
+    QLayout *levelRow = buildLevelRow();
     auto *operations = new QHBoxLayout;
     for (int operation = 0; operation < OperationCount; ++operation) {
         operations->addWidget(buildOperationFrame(operation));
@@ -80,9 +84,9 @@ ArithmeticSettings::ArithmeticSettings(Session &session, QWidget *parent)
     operations->addStretch();
 
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(buildGrid(), 0, Qt::AlignLeft);
+    layout->addWidget(grid, 0, Qt::AlignLeft);
     layout->addSpacing(6);
-    layout->addLayout(buildLevelRow());
+    layout->addLayout(levelRow);
     layout->addSpacing(6);
     layout->addLayout(operations);
     layout->addStretch();
@@ -94,6 +98,9 @@ QTableView *ArithmeticSettings::buildGrid()
 {
     m_grid = new QTableView(this);
     m_grid->setObjectName(QStringLiteral("Grid2"));
+    m_grid->setAccessibleName(QStringLiteral("Arithmetic levels"));
+    // The arrow keys move within the grid; Tab goes on to the level row below it.
+    m_grid->setTabKeyNavigation(false);
     m_grid->setModel(m_model);
     ShapeArithmeticGrid(*m_grid);
 
@@ -152,6 +159,7 @@ QGroupBox *ArithmeticSettings::buildOperationFrame(int operation)
     controls.off->setObjectName(Numbered("optOff", operation));
     KeepPlaceWhenHidden(controls.on);
     KeepPlaceWhenHidden(controls.off);
+    TabToCheckedButton({controls.on, controls.off});
     connect(controls.on, &QRadioButton::toggled, this, [this, operation](bool checked) {
         if (checked) {
             optOn_Click(operation);

@@ -1,8 +1,8 @@
 #include "QuestionEditor.h"
 
-#include "FileText.h"
 #include "QuestionGridModel.h"
 #include "core/DefaultBank.h"
+#include "ui/FileText.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
@@ -69,13 +69,15 @@ QuestionEditor::QuestionEditor(Session &session, QWidget *parent)
     bold.setBold(true);
     hint->setFont(bold);
 
+    // The grid is built first, so that Tab visits it before the fields below it.
+    QWidget *grid = buildGrid();
     auto *editing = new QHBoxLayout;
     editing->addWidget(buildFields(), 1);
     editing->addSpacing(12);
     editing->addWidget(buildButtons());
 
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(buildGrid(), 1);
+    layout->addWidget(grid, 1);
     layout->addWidget(hint);
     layout->addLayout(editing);
 }
@@ -87,6 +89,9 @@ QWidget *QuestionEditor::buildGrid()
     m_model = new QuestionGridModel(m_session.bank, this);
     m_grid = new QTableView(this);
     m_grid->setObjectName(QStringLiteral("Grid1"));
+    m_grid->setAccessibleName(QStringLiteral("Questions"));
+    // The arrow keys move within the grid; Tab goes on to the fields below it.
+    m_grid->setTabKeyNavigation(false);
     m_grid->setModel(m_model);
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_grid->setSelectionMode(QAbstractItemView::SingleSelection);

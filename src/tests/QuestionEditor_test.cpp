@@ -2,9 +2,9 @@
 // deleting, moving and reverting questions.
 #include "QuestionEditor.h"
 
-#include "FileText.h"
 #include "TestsScreenFixture.h"
 #include "core/TestsFile.h"
+#include "ui/FileText.h"
 
 #include <QCheckBox>
 #include <QComboBox>

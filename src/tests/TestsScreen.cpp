@@ -1,10 +1,10 @@
 #include "TestsScreen.h"
 
 #include "ArithmeticSettings.h"
-#include "FileText.h"
 #include "QuestionEditor.h"
 #include "core/DefaultBank.h"
 #include "help/HelpScreen.h"
+#include "ui/FileText.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
@@ -31,12 +31,12 @@ constexpr int MaxSeconds = 999;
 constexpr int SubjectNameLength = 20;
 
 // The seconds a typed test length stands for, or nothing when the text is not
-// wholly a number of 5..999. A fraction rounds to the nearest second, a half
-// to the even neighbour.
+// wholly a number of 5..999 (a decimal exponent, as in "1e1", is part of a
+// number). A fraction rounds to the nearest second, a half to the even neighbour.
 std::optional<int32_t> TestLength(const QString &text)
 {
     static const QRegularExpression number(
-        QStringLiteral("^\\s*[+-]?(\\d+(\\.\\d*)?|\\.\\d+)\\s*$"));
+        QStringLiteral("^\\s*[+-]?(\\d+(\\.\\d*)?|\\.\\d+)([eE][+-]?\\d+)?\\s*$"));
     if (!number.match(text).hasMatch())
         return std::nullopt;
     const double value = text.trimmed().toDouble();

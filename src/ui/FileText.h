@@ -1,4 +1,4 @@
-// Text as the Tests file will hold it: Windows-1252, at most a 16-bit byte count.
+// Text as the data files will hold it: Windows-1252, at most a 16-bit byte count.
 // Edit boxes use it so that what the screen shows is what the file keeps.
 #pragma once
 

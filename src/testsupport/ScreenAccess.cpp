@@ -1,0 +1,54 @@
+#include "ScreenAccess.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QWidget>
+
+namespace {
+
+QAccessibleInterface &Accessible(QWidget &widget)
+{
+    return *QAccessible::queryAccessibleInterface(&widget);
+}
+
+} // namespace
+
+std::vector<std::string> TabStops(QWidget &window)
+{
+    window.show();
+    window.activateWindow();
+    QApplication::processEvents();
+    std::vector<std::string> stops;
+    QWidget *const first = window.focusWidget();
+    QWidget *current = first;
+    // More steps than any screen has controls: a chain that never comes back
+    // shows up as a long list.
+    for (int step = 0; current != nullptr && step < 100; ++step) {
+        stops.push_back(current->objectName().toStdString());
+        QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+        QApplication::sendEvent(current, &tab);
+        QWidget *next = window.focusWidget();
+        if (next == first || next == current)
+            break;
+        current = next;
+    }
+    return stops;
+}
+
+std::string SpokenName(QWidget &widget)
+{
+    return Accessible(widget).text(QAccessible::Name).toStdString();
+}
+
+std::string SpokenDescription(QWidget &widget)
+{
+    return Accessible(widget).text(QAccessible::Description).toStdString();
+}
+
+std::string SpokenLabel(QWidget &widget)
+{
+    const auto labels = Accessible(widget).relations(QAccessible::Label);
+    return labels.isEmpty() ? std::string()
+                            : labels.first().first->text(QAccessible::Name).toStdString();
+}
