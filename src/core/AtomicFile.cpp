@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <atomic>
+#include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <string>
+#include <system_error>
 #include <unistd.h>
 
 namespace {
@@ -46,13 +48,58 @@ private:
     bool m_kept = false;
 };
 
+constexpr std::string_view TemporaryMark = ".tmp";
+
 std::filesystem::path TemporaryName(const std::filesystem::path &target)
 {
     // Unique within the process; O_EXCL guards against a leftover of another run.
     static std::atomic<unsigned> counter{0};
     std::filesystem::path name = target;
-    name += ".tmp" + std::to_string(::getpid()) + "-" + std::to_string(counter++);
+    name +=
+        std::string(TemporaryMark) + std::to_string(::getpid()) + "-" + std::to_string(counter++);
     return name;
+}
+
+bool AllDigits(std::string_view text)
+{
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// The process that made a temporary name of target, or 0 when name is not one.
+pid_t TemporaryOwner(std::string_view name, std::string_view target)
+{
+    if (name.size() <= target.size() + TemporaryMark.size() ||
+        name.substr(0, target.size()) != target ||
+        name.substr(target.size(), TemporaryMark.size()) != TemporaryMark) {
+        return 0;
+    }
+    const std::string_view rest = name.substr(target.size() + TemporaryMark.size());
+    const std::size_t dash = rest.find('-');
+    // Nine digits at most, so that the number cannot overflow; no pid is that long.
+    if (dash == std::string_view::npos || dash > 9 || !AllDigits(rest.substr(0, dash)) ||
+        !AllDigits(rest.substr(dash + 1))) {
+        return 0;
+    }
+    return static_cast<pid_t>(std::stol(std::string(rest.substr(0, dash))));
+}
+
+// A save killed part-way leaves its temporary file behind, and every such file
+// would stay for good. Those whose process no longer exists are removed; a
+// temporary file of a live process (another instance saving now) is left alone.
+void RemoveStaleTemporaries(const std::filesystem::path &target)
+{
+    const std::filesystem::path dir = target.parent_path().empty() ? "." : target.parent_path();
+    const std::string targetName = target.filename().string();
+    std::error_code error;
+    for (std::filesystem::directory_iterator it(dir, error), end; !error && it != end;
+         it.increment(error)) {
+        const std::string name = it->path().filename().string();
+        const pid_t owner = TemporaryOwner(name, targetName);
+        if (owner > 0 && owner != ::getpid() && ::kill(owner, 0) != 0 && errno == ESRCH) {
+            ::unlink(it->path().c_str());
+        }
+    }
 }
 
 FileError Unwritable(const std::filesystem::path &path, const std::string &step, int error)
@@ -62,22 +109,30 @@ FileError Unwritable(const std::filesystem::path &path, const std::string &step,
 }
 
 // Writes every byte, retrying short writes and interruptions; 0 or the errno.
-int WriteAll(int fd, std::string_view bytes)
+// Injected faults count pieces of AtomicWriteChunk bytes, but each real write
+// goes on to the end, or to the piece that is to fail: one system call per
+// piece made a large bank's save spend more time in calls than in writing.
+// The bytes go at offset at of the file.
+int WriteAll(int fd, std::string_view bytes, std::size_t at)
 {
-    std::size_t writeIndex = 0;
-    while (!bytes.empty()) {
-        const std::size_t chunk = std::min(bytes.size(), AtomicWriteChunk);
-        if (const int injected = InjectedError(SaveStep::Write, writeIndex++)) {
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const std::size_t piece = (at + done) / AtomicWriteChunk;
+        if (const int injected = InjectedError(SaveStep::Write, piece)) {
             return injected;
         }
-        const ssize_t written = ::write(fd, bytes.data(), chunk);
+        std::size_t end = bytes.size();
+        if (g_fault && g_fault->step == SaveStep::Write && g_fault->writeIndex > piece) {
+            end = std::min(end, g_fault->writeIndex * AtomicWriteChunk - at);
+        }
+        const ssize_t written = ::write(fd, bytes.data() + done, end - done);
         if (written < 0) {
             if (errno == EINTR) {
                 continue;
             }
             return errno;
         }
-        bytes.remove_prefix(static_cast<std::size_t>(written));
+        done += static_cast<std::size_t>(written);
     }
     return 0;
 }
@@ -105,6 +160,13 @@ int CreateExclusive(const std::filesystem::path &path)
 std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
                                              std::string_view bytes)
 {
+    return WriteFileAtomically(
+        path, [bytes](const std::function<void(std::string_view)> &write) { write(bytes); });
+}
+
+std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
+                                             const ContentMaker &make)
+{
     const std::filesystem::path temporaryPath = TemporaryName(path);
     UniqueFd fd(CreateExclusive(temporaryPath));
     if (!fd.valid()) {
@@ -112,8 +174,20 @@ std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
     }
     TemporaryFile temporary(temporaryPath);
 
-    if (const int error = WriteAll(fd.get(), bytes)) {
-        return Unwritable(path, "writing failed", error);
+    // A failed write ends the making at once; its errno comes back here.
+    struct WriteFailed {
+        int error;
+    };
+    std::size_t written = 0;
+    try {
+        make([&](std::string_view piece) {
+            if (const int error = WriteAll(fd.get(), piece, written)) {
+                throw WriteFailed{error};
+            }
+            written += piece.size();
+        });
+    } catch (const WriteFailed &failed) {
+        return Unwritable(path, "writing failed", failed.error);
     }
     int error = InjectedError(SaveStep::Flush);
     if (error == 0 && ::fsync(fd.get()) != 0) {
@@ -138,6 +212,7 @@ std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
     }
     temporary.keep();
     SyncDirectory(path.parent_path());
+    RemoveStaleTemporaries(path);
     return std::nullopt;
 }
 

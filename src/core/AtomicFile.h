@@ -7,16 +7,33 @@
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string_view>
 
 // The bytes go to a temporary file in the same directory, are flushed to disk and
 // the temporary file is renamed over path. On any failure the temporary file is
-// removed, path is left as it was and the error names path and the cause.
+// removed, path is left as it was and the error names path and the cause. A save
+// that succeeds also removes the temporary files of path left behind by processes
+// that were killed while saving.
 std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
                                              std::string_view bytes);
 
-// The bytes are written in pieces of this size, so a test can fail a later write.
+// Makes a file's content in pieces and hands each, in file order, to write.
+using ContentMaker = std::function<void(const std::function<void(std::string_view)> &write)>;
+
+// The size of the pieces a save makes: large enough that writing them costs few
+// system calls, small enough to come from memory the program already uses
+// rather than from fresh pages.
+constexpr std::size_t SavePieceBytes = 64 * 1024;
+
+// The same for content made while it is written, so that a large file is never
+// held whole in memory. An exception that make throws passes on, after the
+// temporary file is removed and with path left as it was.
+std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
+                                             const ContentMaker &make);
+
+// Injected write faults count pieces of this size, so a test can fail a later write.
 constexpr std::size_t AtomicWriteChunk = 4096;
 
 // The steps of a save, in the order they happen.

@@ -70,3 +70,45 @@ TEST(AtomicFile, AMissingDirectoryIsReportedNotCreated)
     EXPECT_NE(error->cause.find(std::strerror(ENOENT)), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(dir / "absent"));
 }
+
+TEST(AtomicFile, ContentMadeInPiecesArrivesWholeAndAnyFailureKeepsTheOldFile)
+{
+    const ScratchDir dir;
+    const auto path = dir / "data.dat";
+    const std::vector<std::string> pieces = {std::string(AtomicWriteChunk + 7, 'a'), "b",
+                                             std::string(2 * AtomicWriteChunk, 'c')};
+    std::string whole;
+    for (const std::string &piece : pieces)
+        whole += piece;
+    const ContentMaker make = [&](const std::function<void(std::string_view)> &write) {
+        for (const std::string &piece : pieces)
+            write(piece);
+    };
+    ASSERT_FALSE(WriteFileAtomically(path, make));
+    EXPECT_EQ(ReadBytes(path), whole);
+
+    // Every piece of the file can fail, whichever of the made pieces it lies in.
+    for (std::size_t index = 0; index * AtomicWriteChunk < whole.size(); ++index) {
+        SCOPED_TRACE(index);
+        WriteBytes(path, "old");
+        std::optional<FileError> error;
+        {
+            const InjectedSaveFault inject({SaveStep::Write, EIO, index});
+            error = WriteFileAtomically(path, make);
+        }
+        ASSERT_TRUE(error);
+        EXPECT_NE(error->cause.find(std::strerror(EIO)), std::string::npos) << error->cause;
+        EXPECT_EQ(ReadBytes(path), "old");
+        EXPECT_EQ(dir.entries(), OnlyTarget);
+    }
+
+    // A failure of the maker's own passes on, and nothing of its content stays.
+    WriteBytes(path, "old");
+    const ContentMaker failing = [](const std::function<void(std::string_view)> &write) {
+        write("part of it");
+        throw std::runtime_error("the content could not be made");
+    };
+    EXPECT_THROW(WriteFileAtomically(path, failing), std::runtime_error);
+    EXPECT_EQ(ReadBytes(path), "old");
+    EXPECT_EQ(dir.entries(), OnlyTarget);
+}

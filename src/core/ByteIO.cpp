@@ -2,20 +2,71 @@
 
 #include "core/Cp1252.h"
 
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
 ReadError::ReadError(std::size_t offset, const std::string &cause)
     : std::runtime_error(cause), m_offset(offset)
+{
+}
+
+namespace {
+
+// Large enough that refilling costs few system calls, small enough to come from
+// memory the program already uses rather than from fresh pages.
+constexpr std::size_t WindowBytes = 64 * 1024;
+
+} // namespace
+
+ByteReader::ByteReader(std::size_t size, ByteSource source)
+    : m_size(size), m_source(std::move(source))
 {
 }
 
 std::string_view ByteReader::take(std::size_t count)
 {
     if (count > remaining()) {
-        failAt(m_pos, "the file ends too early (" + std::to_string(count) + " bytes needed, " +
-                          std::to_string(remaining()) + " left)");
+        failAt(offset(), "the file ends too early (" + std::to_string(count) + " bytes needed, " +
+                             std::to_string(remaining()) + " left)");
+    }
+    if (count > m_bytes.size() - m_pos) {
+        refill(count);
     }
     const std::string_view part = m_bytes.substr(m_pos, count);
     m_pos += count;
     return part;
+}
+
+void ByteReader::refill(std::size_t count)
+{
+    const std::size_t unread = m_bytes.size() - m_pos;
+    if (!m_source) {
+        failAt(offset(), "the file ends too early");
+    }
+    if (unread > 0) {
+        std::memmove(m_window.data(), m_bytes.data() + m_pos, unread);
+    }
+    m_start += m_pos;
+    m_pos = 0;
+    const std::size_t wanted = std::min(std::max(count, WindowBytes), m_size - m_start);
+    if (m_window.size() < wanted) {
+        m_window.resize(wanted);
+    }
+    std::size_t filled = unread;
+    while (filled < wanted) {
+        const std::size_t got = m_source(m_window.data() + filled, wanted - filled);
+        if (got == 0) {
+            break;
+        }
+        filled += got;
+    }
+    m_bytes = std::string_view(m_window.data(), filled);
+    if (filled < count) {
+        // The file was shorter than its size said when it was opened.
+        failAt(offset(), "the file ends too early (" + std::to_string(count) + " bytes needed, " +
+                             std::to_string(filled) + " left)");
+    }
 }
 
 uint16_t ByteReader::uint16()
@@ -28,6 +79,15 @@ uint16_t ByteReader::uint16()
 int16_t ByteReader::int16()
 {
     return static_cast<int16_t>(uint16());
+}
+
+void ByteReader::int16s(int16_t *values, std::size_t count)
+{
+    const std::string_view b = take(2 * count);
+    for (std::size_t i = 0; i < count; ++i) {
+        values[i] = static_cast<int16_t>(static_cast<unsigned char>(b[2 * i]) |
+                                         (static_cast<unsigned char>(b[2 * i + 1]) << 8));
+    }
 }
 
 int32_t ByteReader::int32()
@@ -63,10 +123,30 @@ void ByteReader::expectEnd() const
     }
 }
 
+ByteWriter::ByteWriter(ByteSink sink, std::size_t pieceBytes)
+    : m_sink(std::move(sink)), m_pieceBytes(pieceBytes)
+{
+    m_bytes.reserve(pieceBytes + pieceBytes / 4);
+}
+
+void ByteWriter::finish()
+{
+    if (m_sink && !m_bytes.empty()) {
+        m_sink(m_bytes);
+        m_bytes.clear();
+    }
+}
+
+void ByteWriter::appendUint16(uint16_t value)
+{
+    const char bytes[2] = {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8)};
+    m_bytes.append(bytes, sizeof bytes);
+}
+
 void ByteWriter::uint16(uint16_t value)
 {
-    m_bytes += static_cast<char>(value & 0xFF);
-    m_bytes += static_cast<char>(value >> 8);
+    appendUint16(value);
+    passFullPiece();
 }
 
 void ByteWriter::int16(int16_t value)
@@ -74,12 +154,27 @@ void ByteWriter::int16(int16_t value)
     uint16(static_cast<uint16_t>(value));
 }
 
+void ByteWriter::int16s(const int16_t *values, std::size_t count)
+{
+    const std::size_t start = m_bytes.size();
+    m_bytes.resize(start + 2 * count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto bits = static_cast<uint16_t>(values[i]);
+        m_bytes[start + 2 * i] = static_cast<char>(bits & 0xFF);
+        m_bytes[start + 2 * i + 1] = static_cast<char>(bits >> 8);
+    }
+    passFullPiece();
+}
+
 void ByteWriter::int32(int32_t value)
 {
     const auto bits = static_cast<uint32_t>(value);
+    char bytes[4];
     for (int i = 0; i < 4; ++i) {
-        m_bytes += static_cast<char>((bits >> (8 * i)) & 0xFF);
+        bytes[i] = static_cast<char>((bits >> (8 * i)) & 0xFF);
     }
+    m_bytes.append(bytes, sizeof bytes);
+    passFullPiece();
 }
 
 void ByteWriter::bool16(bool value)
@@ -87,7 +182,7 @@ void ByteWriter::bool16(bool value)
     int16(value ? -1 : 0);
 }
 
-std::string ByteWriter::EncodeText(std::string_view utf8)
+void ByteWriter::AppendText(std::string_view utf8)
 {
-    return Utf8ToCp1252(utf8);
+    AppendUtf8AsCp1252(m_bytes, utf8);
 }

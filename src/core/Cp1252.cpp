@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 namespace {
 
@@ -23,19 +24,26 @@ char32_t ToCodePoint(unsigned char byte)
     return byte;
 }
 
-void AppendUtf8(std::string &out, char32_t cp)
+std::size_t Utf8Length(char32_t cp)
+{
+    return cp < 0x80 ? 1 : cp < 0x800 ? 2 : 3;
+}
+
+// Writes the character at to and returns the position after it.
+char *WriteUtf8(char *to, char32_t cp)
 {
     if (cp < 0x80) {
-        out += static_cast<char>(cp);
+        *to++ = static_cast<char>(cp);
     } else if (cp < 0x800) {
-        out += static_cast<char>(0xC0 | (cp >> 6));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
+        *to++ = static_cast<char>(0xC0 | (cp >> 6));
+        *to++ = static_cast<char>(0x80 | (cp & 0x3F));
     } else {
         // Windows-1252 reaches no further than the Basic Multilingual Plane.
-        out += static_cast<char>(0xE0 | (cp >> 12));
-        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (cp & 0x3F));
+        *to++ = static_cast<char>(0xE0 | (cp >> 12));
+        *to++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        *to++ = static_cast<char>(0x80 | (cp & 0x3F));
     }
+    return to;
 }
 
 // The byte for a code point, or the replacement when the code page lacks it.
@@ -50,6 +58,28 @@ char ToByte(char32_t cp)
         }
     }
     return Replacement;
+}
+
+// Bytes are tested eight at a time: one of 0x80 and above has its top bit set.
+constexpr std::uint64_t TopBits = 0x8080808080808080ULL;
+
+std::uint64_t EightBytesAt(std::string_view bytes, std::size_t pos)
+{
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes.data() + pos, sizeof word);
+    return word;
+}
+
+std::size_t AsciiRunLength(std::string_view bytes, std::size_t from)
+{
+    std::size_t end = from;
+    while (end + 8 <= bytes.size() && (EightBytesAt(bytes, end) & TopBits) == 0) {
+        end += 8;
+    }
+    while (end < bytes.size() && static_cast<unsigned char>(bytes[end]) < 0x80) {
+        ++end;
+    }
+    return end - from;
 }
 
 bool IsContinuation(unsigned char byte)
@@ -102,10 +132,32 @@ std::size_t DecodeUtf8(std::string_view text, std::size_t pos, char32_t &cp)
 
 std::string Cp1252ToUtf8(std::string_view bytes)
 {
-    std::string out;
-    out.reserve(bytes.size());
-    for (const char byte : bytes) {
-        AppendUtf8(out, ToCodePoint(static_cast<unsigned char>(byte)));
+    // Texts are converted by the hundred thousand when a large bank loads: plain
+    // ASCII, the same in both encodings, is copied whole, and any other text is
+    // sized first so that it is allocated once and written in place.
+    const std::size_t ascii = AsciiRunLength(bytes, 0);
+    if (ascii == bytes.size()) {
+        return std::string(bytes);
+    }
+    std::size_t size = 0;
+    for (std::size_t pos = 0; pos < bytes.size();) {
+        const std::size_t run = AsciiRunLength(bytes, pos);
+        size += run;
+        pos += run;
+        if (pos < bytes.size()) {
+            size += Utf8Length(ToCodePoint(static_cast<unsigned char>(bytes[pos++])));
+        }
+    }
+    std::string out(size, '\0');
+    char *to = out.data();
+    for (std::size_t pos = 0; pos < bytes.size();) {
+        const std::size_t run = AsciiRunLength(bytes, pos);
+        std::memcpy(to, bytes.data() + pos, run);
+        to += run;
+        pos += run;
+        if (pos < bytes.size()) {
+            to = WriteUtf8(to, ToCodePoint(static_cast<unsigned char>(bytes[pos++])));
+        }
     }
     return out;
 }
@@ -113,22 +165,40 @@ std::string Cp1252ToUtf8(std::string_view bytes)
 std::string Utf8ToCp1252(std::string_view text)
 {
     std::string out;
-    out.reserve(text.size());
+    AppendUtf8AsCp1252(out, text);
+    return out;
+}
+
+void AppendUtf8AsCp1252(std::string &out, std::string_view text)
+{
+    // No character takes more bytes in the code page than in UTF-8: the room is
+    // made once, written in place and cut to what was written. Runs of plain
+    // ASCII, the same in both encodings, are copied whole.
+    const std::size_t start = out.size();
+    out.resize(start + text.size());
+    char *to = out.data() + start;
     std::size_t pos = 0;
     while (pos < text.size()) {
+        const std::size_t run = AsciiRunLength(text, pos);
+        std::memcpy(to, text.data() + pos, run);
+        to += run;
+        pos += run;
+        if (pos == text.size()) {
+            break;
+        }
         char32_t cp = 0;
         const std::size_t length = DecodeUtf8(text, pos, cp);
         if (length == 0) {
             // One "?" for the broken sequence: its lead byte and any continuation bytes.
-            out += Replacement;
+            *to++ = Replacement;
             ++pos;
             while (pos < text.size() && IsContinuation(static_cast<unsigned char>(text[pos]))) {
                 ++pos;
             }
             continue;
         }
-        out += ToByte(cp);
+        *to++ = ToByte(cp);
         pos += length;
     }
-    return out;
+    out.resize(static_cast<std::size_t>(to - out.data()));
 }

@@ -5,9 +5,9 @@
 #include <array>
 
 struct DefaultQuestionRow {
-    int subject;  // 1 Spelling, 2 Geography, 3 History, 4 Music, 5 Science
-    int level;    // 0 (K) .. 12
-    int slot;     // 0 .. 11, filled from 0 upwards within a subject and level
+    int subject; // 1 Spelling, 2 Geography, 3 History, 4 Music, 5 Science
+    int level;   // 0 (K) .. 12
+    int slot;    // 0 .. 11, filled from 0 upwards within a subject and level
     const char *text;
     const char *answer;
     const char *wrong1;

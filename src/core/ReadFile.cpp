@@ -5,45 +5,44 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 
 namespace {
 
-FileContents Unreadable(const std::filesystem::path &path, int error)
+FileError Unreadable(const std::filesystem::path &path, int error)
 {
-    FileContents contents;
-    contents.error =
-        FileError{FileError::Kind::Unreadable, path.string(), std::strerror(error), {}};
-    return contents;
+    return FileError{FileError::Kind::Unreadable, path.string(), std::strerror(error), {}};
 }
 
 } // namespace
 
-FileContents ReadWholeFile(const std::filesystem::path &path)
+FileReader::FileReader(const std::filesystem::path &path)
+    : m_fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC))
 {
-    const UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!fd.valid()) {
-        if (errno == ENOENT) {
-            FileContents contents;
-            contents.missing = true;
-            return contents;
+    if (!m_fd.valid()) {
+        m_missing = errno == ENOENT;
+        if (!m_missing) {
+            m_error = Unreadable(path, errno);
         }
-        return Unreadable(path, errno);
+        return;
     }
+    struct stat status {};
+    if (::fstat(m_fd.get(), &status) != 0) {
+        m_error = Unreadable(path, errno);
+        return;
+    }
+    m_size = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
+}
 
-    FileContents contents;
-    char buffer[65536];
+std::size_t FileReader::read(char *into, std::size_t capacity)
+{
     for (;;) {
-        const ssize_t got = ::read(fd.get(), buffer, sizeof buffer);
-        if (got < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
-            return Unreadable(path, errno);
+        const ssize_t got = ::read(m_fd.get(), into, capacity);
+        if (got >= 0) {
+            return static_cast<std::size_t>(got);
         }
-        if (got == 0) {
-            break;
+        if (errno != EINTR) {
+            throw FileReadFailed(std::strerror(errno));
         }
-        contents.bytes.append(buffer, static_cast<std::size_t>(got));
     }
-    return contents;
 }

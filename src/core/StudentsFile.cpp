@@ -38,9 +38,8 @@ std::optional<std::string> InconsistencyIn(const StudentRecords &records)
     return std::nullopt;
 }
 
-std::string EncodeStudents(const StudentRecords &records)
+void EncodeStudents(const StudentRecords &records, ByteWriter &out)
 {
-    ByteWriter out;
     out.bool16(records.ShowByStudent);
     out.int32(records.CurrentSubject);
     out.int32(records.StudentMax());
@@ -52,16 +51,11 @@ std::string EncodeStudents(const StudentRecords &records)
         out.int32(static_cast<int32_t>(student.Results.size()));
         out.int32(0);
         for (const SubjectResults &results : student.Results) {
-            for (const int16_t last : results.Last) {
-                out.int16(last);
-            }
-            for (const int16_t high : results.High) {
-                out.int16(high);
-            }
+            out.int16s(results.Last.data(), results.Last.size());
+            out.int16s(results.High.data(), results.High.size());
         }
         out.bool16(student.Current);
     }
-    return out.bytes();
 }
 
 // --- Reading ---
@@ -95,12 +89,8 @@ Student ReadStudent(ByteReader &in, int32_t subjectMax)
 
     student.Results.resize(static_cast<std::size_t>(subjectMax) + 1);
     for (SubjectResults &results : student.Results) {
-        for (int16_t &last : results.Last) {
-            last = in.int16();
-        }
-        for (int16_t &high : results.High) {
-            high = in.int16();
-        }
+        in.int16s(results.Last.data(), results.Last.size());
+        in.int16s(results.High.data(), results.High.size());
     }
     student.Current = in.bool16();
     return student;
@@ -142,8 +132,9 @@ StudentRecords DecodeStudents(ByteReader &in, const TestBank &bank)
 
 } // namespace
 
-std::optional<FileError> SaveStudents(const StudentRecords &records,
-                                      const std::filesystem::path &path)
+namespace {
+
+std::optional<FileError> Refusal(const StudentRecords &records, const std::filesystem::path &path)
 {
     if (const std::optional<std::string> problem = InconsistencyIn(records)) {
         return FileError{FileError::Kind::Unwritable,
@@ -151,27 +142,90 @@ std::optional<FileError> SaveStudents(const StudentRecords &records,
                          "the student records in memory are inconsistent: " + *problem,
                          {}};
     }
-    std::string bytes;
-    try {
-        bytes = EncodeStudents(records);
-    } catch (const TextTooLong &tooLong) {
-        return FileError{FileError::Kind::TooLong,
-                         path.string(),
-                         std::string(tooLong.what()) + " is longer than " +
-                             std::to_string(MaxTextBytes) + " bytes",
-                         {}};
+    return std::nullopt;
+}
+
+FileError TooLongError(const TextTooLong &tooLong, const std::filesystem::path &path)
+{
+    return FileError{FileError::Kind::TooLong,
+                     path.string(),
+                     std::string(tooLong.what()) + " is longer than " +
+                         std::to_string(MaxTextBytes) + " bytes",
+                     {}};
+}
+
+} // namespace
+
+std::optional<FileError> EncodeStudentsFile(const StudentRecords &records,
+                                            const std::filesystem::path &path, std::string &bytes)
+{
+    if (std::optional<FileError> refused = Refusal(records, path)) {
+        return refused;
     }
-    return WriteFileAtomically(path, bytes);
+    try {
+        ByteWriter out;
+        EncodeStudents(records, out);
+        bytes = out.bytes();
+    } catch (const TextTooLong &tooLong) {
+        return TooLongError(tooLong, path);
+    }
+    return std::nullopt;
+}
+
+namespace {
+
+LoadResult DecodeFrom(ByteReader &in, StudentRecords &records, const TestBank &bank,
+                      const std::filesystem::path &path)
+{
+    try {
+        StudentRecords loaded = DecodeStudents(in, bank);
+        records.Students = std::move(loaded.Students);
+        records.ShowByStudent = loaded.ShowByStudent;
+        records.CurrentSubject = loaded.CurrentSubject;
+        records.CurrentSubjectName = std::move(loaded.CurrentSubjectName);
+    } catch (const ReadError &damage) {
+        return {LoadResult::Status::Failed,
+                FileError{FileError::Kind::Damaged, path.string(), damage.what(), damage.offset()}};
+    }
+    return {LoadResult::Status::Loaded, std::nullopt};
+}
+
+} // namespace
+
+LoadResult DecodeStudentsFile(StudentRecords &records, const TestBank &bank, std::string_view bytes,
+                              const std::filesystem::path &path)
+{
+    ByteReader in(bytes);
+    return DecodeFrom(in, records, bank, path);
+}
+
+std::optional<FileError> SaveStudents(const StudentRecords &records,
+                                      const std::filesystem::path &path)
+{
+    if (std::optional<FileError> refused = Refusal(records, path)) {
+        return refused;
+    }
+    // Written as it is encoded, through one small buffer, as the Tests file is.
+    try {
+        return WriteFileAtomically(path, [&records](const ByteSink &write) {
+            ByteWriter out(write, SavePieceBytes);
+            EncodeStudents(records, out);
+            out.finish();
+        });
+    } catch (const TextTooLong &tooLong) {
+        return TooLongError(tooLong, path);
+    }
 }
 
 LoadResult LoadStudents(StudentRecords &records, const TestBank &bank,
                         const std::filesystem::path &path)
 {
-    FileContents contents = ReadWholeFile(path);
-    if (contents.error) {
-        return {LoadResult::Status::Failed, contents.error};
+    // Decoded as it is read, through a small window, as the Tests file is.
+    FileReader file(path);
+    if (file.error()) {
+        return {LoadResult::Status::Failed, file.error()};
     }
-    if (contents.missing) {
+    if (file.missing()) {
         // First run: one nameless student, saved at once so the file exists
         // before the first name is asked for.
         records.CurrentSubject = ArithmeticSubject;
@@ -186,15 +240,12 @@ LoadResult LoadStudents(StudentRecords &records, const TestBank &bank,
         return {LoadResult::Status::Missing, std::nullopt};
     }
     try {
-        ByteReader in(contents.bytes);
-        StudentRecords loaded = DecodeStudents(in, bank);
-        records.Students = std::move(loaded.Students);
-        records.ShowByStudent = loaded.ShowByStudent;
-        records.CurrentSubject = loaded.CurrentSubject;
-        records.CurrentSubjectName = std::move(loaded.CurrentSubjectName);
-    } catch (const ReadError &damage) {
+        ByteReader in(file.size(), [&file](char *into, std::size_t capacity) {
+            return file.read(into, capacity);
+        });
+        return DecodeFrom(in, records, bank, path);
+    } catch (const FileReadFailed &failure) {
         return {LoadResult::Status::Failed,
-                FileError{FileError::Kind::Damaged, path.string(), damage.what(), damage.offset()}};
+                FileError{FileError::Kind::Unreadable, path.string(), failure.what(), {}}};
     }
-    return {LoadResult::Status::Loaded, std::nullopt};
 }

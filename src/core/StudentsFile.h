@@ -8,6 +8,8 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <string_view>
 
 // Writes the roster atomically; on failure the previous file is left as it was.
 std::optional<FileError> SaveStudents(const StudentRecords &records,
@@ -19,3 +21,11 @@ std::optional<FileError> SaveStudents(const StudentRecords &records,
 // A damaged file leaves the records unchanged and returns Failed.
 LoadResult LoadStudents(StudentRecords &records, const TestBank &bank,
                         const std::filesystem::path &path);
+
+// The same two steps on bytes in memory, for tests and tools that must not touch
+// the disk; path only names the file in the errors. EncodeStudentsFile leaves
+// bytes as they were when it fails; DecodeStudentsFile never reports Missing.
+std::optional<FileError> EncodeStudentsFile(const StudentRecords &records,
+                                            const std::filesystem::path &path, std::string &bytes);
+LoadResult DecodeStudentsFile(StudentRecords &records, const TestBank &bank, std::string_view bytes,
+                              const std::filesystem::path &path);

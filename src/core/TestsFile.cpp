@@ -83,9 +83,33 @@ void WriteQuestion(ByteWriter &out, const Question &question, const Subject &sub
     out.text(question.Wrong3, describe("third wrong answer"));
 }
 
-std::string EncodeTests(const TestBank &bank)
+// The file's size, or a little more when a text holds characters beyond ASCII
+// (UTF-8 takes more bytes than the file's code page). Reserving it spares a large
+// bank the copies of a buffer that doubles as it grows.
+std::size_t EncodedSizeAtMost(const TestBank &bank)
 {
-    ByteWriter out;
+    std::size_t bytes = 4 + 4 + MinTailBytes;
+    for (const Subject &subject : bank.Subjects) {
+        bytes += MinSubjectBytes + subject.Name.size();
+    }
+    for (const SubjectQuestions &questions : bank.QuestionBank) {
+        bytes += ItemsDescriptorBytes;
+        for (const std::vector<Question> &level : questions.Items) {
+            for (const Question &question : level) {
+                bytes += MinQuestionBytes + question.Text.size() + question.Answer.size() +
+                         question.Wrong1.size() + question.Wrong2.size() + question.Wrong3.size();
+            }
+        }
+    }
+    bytes += bank.Limits.size() * LimitsBytes;
+    for (const std::string &ops : bank.ArithOps) {
+        bytes += ops.size();
+    }
+    return bytes;
+}
+
+void EncodeTests(const TestBank &bank, ByteWriter &out)
+{
     out.int32(bank.SubjectMax);
     for (std::size_t s = 0; s < bank.Subjects.size(); ++s) {
         out.text(bank.Subjects[s].Name, [s] { return "the name of subject " + std::to_string(s); });
@@ -128,7 +152,6 @@ std::string EncodeTests(const TestBank &bank)
             out.bool16(bank.ArithSwitch[level][column]);
         }
     }
-    return out.bytes();
 }
 
 // --- Reading ---
@@ -279,7 +302,9 @@ TestBank DecodeTests(ByteReader &in)
 
 } // namespace
 
-std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::path &path)
+namespace {
+
+std::optional<FileError> Refusal(const TestBank &bank, const std::filesystem::path &path)
 {
     if (const std::optional<std::string> problem = InconsistencyIn(bank)) {
         return FileError{FileError::Kind::Unwritable,
@@ -287,35 +312,96 @@ std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::
                          "the test bank in memory is inconsistent: " + *problem,
                          {}};
     }
-    std::string bytes;
-    try {
-        bytes = EncodeTests(bank);
-    } catch (const TextTooLong &tooLong) {
-        return FileError{FileError::Kind::TooLong,
-                         path.string(),
-                         std::string(tooLong.what()) + " is longer than " +
-                             std::to_string(MaxTextBytes) + " bytes",
-                         {}};
-    }
-    return WriteFileAtomically(path, bytes);
+    return std::nullopt;
 }
 
-LoadResult LoadTests(TestBank &bank, const std::filesystem::path &path)
+FileError TooLongError(const TextTooLong &tooLong, const std::filesystem::path &path)
 {
-    FileContents contents = ReadWholeFile(path);
-    if (contents.missing) {
-        BuildDefaultTests(bank);
-        return {LoadResult::Status::Missing, std::nullopt};
-    }
-    if (contents.error) {
-        return {LoadResult::Status::Failed, contents.error};
+    return FileError{FileError::Kind::TooLong,
+                     path.string(),
+                     std::string(tooLong.what()) + " is longer than " +
+                         std::to_string(MaxTextBytes) + " bytes",
+                     {}};
+}
+
+} // namespace
+
+std::optional<FileError> EncodeTestsFile(const TestBank &bank, const std::filesystem::path &path,
+                                         std::string &bytes)
+{
+    if (std::optional<FileError> refused = Refusal(bank, path)) {
+        return refused;
     }
     try {
-        ByteReader in(contents.bytes);
+        ByteWriter out;
+        out.reserve(EncodedSizeAtMost(bank));
+        EncodeTests(bank, out);
+        bytes = out.bytes();
+    } catch (const TextTooLong &tooLong) {
+        return TooLongError(tooLong, path);
+    }
+    return std::nullopt;
+}
+
+namespace {
+
+LoadResult DecodeFrom(ByteReader &in, TestBank &bank, const std::filesystem::path &path)
+{
+    try {
         bank = DecodeTests(in);
     } catch (const ReadError &damage) {
         return {LoadResult::Status::Failed,
                 FileError{FileError::Kind::Damaged, path.string(), damage.what(), damage.offset()}};
     }
     return {LoadResult::Status::Loaded, std::nullopt};
+}
+
+} // namespace
+
+LoadResult DecodeTestsFile(TestBank &bank, std::string_view bytes,
+                           const std::filesystem::path &path)
+{
+    ByteReader in(bytes);
+    return DecodeFrom(in, bank, path);
+}
+
+std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::path &path)
+{
+    if (std::optional<FileError> refused = Refusal(bank, path)) {
+        return refused;
+    }
+    // Written as it is encoded, through one small buffer: a large bank's file is
+    // never held whole in memory beside the bank.
+    try {
+        return WriteFileAtomically(path, [&bank](const ByteSink &write) {
+            ByteWriter out(write, SavePieceBytes);
+            EncodeTests(bank, out);
+            out.finish();
+        });
+    } catch (const TextTooLong &tooLong) {
+        return TooLongError(tooLong, path);
+    }
+}
+
+LoadResult LoadTests(TestBank &bank, const std::filesystem::path &path)
+{
+    // Decoded as it is read: a large bank is never held twice at once, as the
+    // file's bytes and as the tables made from them.
+    FileReader file(path);
+    if (file.missing()) {
+        BuildDefaultTests(bank);
+        return {LoadResult::Status::Missing, std::nullopt};
+    }
+    if (file.error()) {
+        return {LoadResult::Status::Failed, file.error()};
+    }
+    try {
+        ByteReader in(file.size(), [&file](char *into, std::size_t capacity) {
+            return file.read(into, capacity);
+        });
+        return DecodeFrom(in, bank, path);
+    } catch (const FileReadFailed &failure) {
+        return {LoadResult::Status::Failed,
+                FileError{FileError::Kind::Unreadable, path.string(), failure.what(), {}}};
+    }
 }

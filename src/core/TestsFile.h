@@ -6,6 +6,8 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <string_view>
 
 // Writes the bank atomically; on failure the previous file is left as it was.
 std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::path &path);
@@ -13,3 +15,11 @@ std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::
 // Fills the bank from the file. A missing file builds the defaults in memory
 // (nothing is written). A damaged file leaves the bank unchanged and returns Failed.
 LoadResult LoadTests(TestBank &bank, const std::filesystem::path &path);
+
+// The same two steps on bytes in memory, for tests and tools that must not touch
+// the disk; path only names the file in the errors. EncodeTestsFile leaves bytes
+// as they were when it fails.
+std::optional<FileError> EncodeTestsFile(const TestBank &bank, const std::filesystem::path &path,
+                                         std::string &bytes);
+LoadResult DecodeTestsFile(TestBank &bank, std::string_view bytes,
+                           const std::filesystem::path &path);

@@ -397,3 +397,42 @@ TEST(TestsFile, AnUnreadableFileIsReportedAsSuch)
     EXPECT_NE(result.error->message().find("Is a directory"), std::string::npos);
     ExpectSameBank(bank, Sentinel());
 }
+
+TEST(TestsFile, ABankLargerThanTheReadWindowRoundTripsAndACutIsFound)
+{
+    const ScratchDir dir;
+    const auto path = dir / "Tavrino_Tests.dat";
+    TestBank bank = DefaultTestBank();
+    constexpr int slots = 300;
+    ResizeQuestionSlots(bank, slots - 1);
+    for (int s = 1; s <= bank.SubjectMax; ++s) {
+        for (int level = 0; level < LevelCount; ++level) {
+            bank.Limits[s].LastQuestion[level] = slots - 1;
+            for (int slot = 0; slot < slots; ++slot) {
+                Question &question = bank.QuestionBank[s].Items[level][slot];
+                // Lengths that vary, so that texts straddle the edges of the pieces read.
+                question.Text = std::string(1 + (slot * 7 + level) % 97, 'a') + "\u00EB";
+                question.Answer = std::to_string(slot * 13 + level);
+            }
+        }
+    }
+    ASSERT_FALSE(SaveTests(bank, path));
+    const std::string bytes = ReadBytes(path);
+    ASSERT_GT(bytes.size(), 1000000u);
+
+    TestBank loaded;
+    const LoadResult result = LoadTests(loaded, path);
+    ASSERT_EQ(result.status, LoadResult::Status::Loaded) << result.error->message();
+    ExpectSameBank(loaded, bank);
+
+    // The cut falls in the range tables after the questions: the value it splits is named.
+    const std::size_t cut = bytes.size() - 1000;
+    std::filesystem::resize_file(path, cut);
+    TestBank damaged = Sentinel();
+    const LoadResult refused = LoadTests(damaged, path);
+    ASSERT_EQ(refused.status, LoadResult::Status::Failed);
+    EXPECT_EQ(refused.error->kind, FileError::Kind::Damaged);
+    EXPECT_LE(*refused.error->offset, cut);
+    EXPECT_GT(*refused.error->offset, cut - 4);
+    ExpectSameBank(damaged, Sentinel());
+}

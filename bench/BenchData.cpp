@@ -1,0 +1,104 @@
+#include "BenchData.h"
+
+#include "LargeDataSet.h"
+#include "core/StudentsFile.h"
+#include "core/TestsFile.h"
+
+#include <QString>
+
+#include <cstdlib>
+#include <iostream>
+#include <stdexcept>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+void Report(const char *kind, const QString &title, const QString &text)
+{
+    std::cerr << "unexpected " << kind << " \"" << title.toStdString()
+              << "\": " << text.toStdString() << '\n';
+}
+
+std::filesystem::path BaseDirectory()
+{
+    const char *chosen = std::getenv("TAVRINO_BENCH_DIR");
+    if (chosen && *chosen)
+        return chosen;
+    return std::filesystem::temp_directory_path();
+}
+
+} // namespace
+
+void SilentPrompt::stop(QWidget *, const QString &title, const QString &text)
+{
+    Report("message", title, text);
+}
+
+bool SilentPrompt::confirm(QWidget *, const QString &title, const QString &text)
+{
+    Report("confirmation", title, text);
+    return true;
+}
+
+QString SilentPrompt::input(QWidget *, const QString &title, const QString &prompt, const QString &)
+{
+    Report("input box", title, prompt);
+    return QStringLiteral("Student");
+}
+
+BenchData &BenchData::instance()
+{
+    static BenchData data;
+    return data;
+}
+
+BenchData::BenchData()
+    : m_root(BaseDirectory() / ("tavrino-bench-" + std::to_string(::getpid()))),
+      m_paths(DataPaths::In(m_root / "data"))
+{
+    std::cerr << "Writing the large data set to " << m_paths.DataDir << " ..." << std::endl;
+    if (const std::optional<FileError> error = WriteLargeDataSet(m_paths.DataDir))
+        throw std::runtime_error(error->message());
+}
+
+BenchData::~BenchData()
+{
+    m_session.reset();
+    std::error_code ignored;
+    std::filesystem::remove_all(m_root, ignored);
+}
+
+const DataPaths &BenchData::ordinaryBankPaths()
+{
+    if (!m_ordinaryBankPaths) {
+        LargeDataSetSize size;
+        size.questionsPerLevel = 12;
+        const DataPaths paths = DataPaths::In(m_root / "ordinary-bank" / "data");
+        if (const std::optional<FileError> error = WriteLargeDataSet(paths.DataDir, size))
+            throw std::runtime_error(error->message());
+        m_ordinaryBankPaths = paths;
+    }
+    return *m_ordinaryBankPaths;
+}
+
+std::uintmax_t BenchData::testsBytes() const
+{
+    return std::filesystem::file_size(m_paths.TestsPath);
+}
+
+std::uintmax_t BenchData::studentsBytes() const
+{
+    return std::filesystem::file_size(m_paths.StudentsPath);
+}
+
+Session &BenchData::session()
+{
+    if (!m_session) {
+        m_session = std::make_unique<Session>(m_paths, m_prompt);
+        if (!LoadTests(m_session->bank, m_paths.TestsPath).ok() ||
+            !LoadStudents(m_session->records, m_session->bank, m_paths.StudentsPath).ok())
+            throw std::runtime_error("the large data set could not be loaded");
+    }
+    return *m_session;
+}

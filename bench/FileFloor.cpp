@@ -1,0 +1,75 @@
+#include "FileFloor.h"
+
+#include "core/UniqueFd.h"
+
+#include <fcntl.h>
+#include <memory>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+[[noreturn]] void Fail(const std::string &what, const std::filesystem::path &path)
+{
+    throw std::runtime_error(what + " " + path.string());
+}
+
+std::size_t FileSize(int fd, const std::filesystem::path &path)
+{
+    struct stat status {};
+    if (::fstat(fd, &status) != 0)
+        Fail("cannot stat", path);
+    return static_cast<std::size_t>(status.st_size);
+}
+
+} // namespace
+
+std::size_t ReadFloor(const std::filesystem::path &path)
+{
+    UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (fd.get() < 0)
+        Fail("cannot open", path);
+    const std::size_t size = FileSize(fd.get(), path);
+    // Not zero-filled: the floor pays only for the pages the read itself fills.
+    const std::unique_ptr<char[]> buffer(new char[size]);
+    const ssize_t got = ::read(fd.get(), buffer.get(), size);
+    if (got < 0 || static_cast<std::size_t>(got) != size)
+        Fail("short read of", path);
+    return static_cast<std::size_t>(got);
+}
+
+void WriteFloor(const std::filesystem::path &target, std::string_view bytes)
+{
+    std::filesystem::path temporary = target;
+    temporary += ".floor-tmp";
+    UniqueFd fd(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    if (fd.get() < 0)
+        Fail("cannot create", temporary);
+    const ssize_t written = ::write(fd.get(), bytes.data(), bytes.size());
+    if (written < 0 || static_cast<std::size_t>(written) != bytes.size())
+        Fail("short write of", temporary);
+    if (::fsync(fd.get()) != 0 || !fd.close())
+        Fail("cannot flush", temporary);
+    if (::rename(temporary.c_str(), target.c_str()) != 0)
+        Fail("cannot rename", temporary);
+    const UniqueFd dir(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (dir.get() >= 0)
+        ::fsync(dir.get());
+}
+
+std::string FileBytes(const std::filesystem::path &path)
+{
+    UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (fd.get() < 0)
+        Fail("cannot open", path);
+    std::string bytes(FileSize(fd.get(), path), '\0');
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got = ::read(fd.get(), bytes.data() + done, bytes.size() - done);
+        if (got <= 0)
+            Fail("short read of", path);
+        done += static_cast<std::size_t>(got);
+    }
+    return bytes;
+}

@@ -1,0 +1,174 @@
+#include "LargeDataSet.h"
+
+#include "core/DefaultBank.h"
+#include "core/StudentsFile.h"
+#include "core/TestsFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace {
+
+// Words of the sizes school questions are made of; a few carry a letter beyond
+// ASCII, as names and borrowed words do, so the code page conversion is used.
+constexpr std::array<std::string_view, 48> Words = {
+    "which", "river",  "flows",   "through", "the",    "capital", "of",       "country",
+    "how",   "many",   "legs",    "does",    "spider", "have",    "who",      "wrote",
+    "first", "book",   "about",   "a",       "small",  "island",  "what",     "is",
+    "name",  "for",    "group",   "whales",  "when",   "did",     "war",      "end",
+    "in",    "colour", "mixing",  "blue",    "yellow", "gives",   "largest",  "planet",
+    "our",   "solar",  "système", "café",    "naïve",  "Zoë",     "Ångström", "piano"};
+
+constexpr std::array<std::string_view, 24> FirstNames = {
+    "Ann",  "Ben",   "Chloé", "David", "Emma", "Felix", "Grace", "Hugo",
+    "Iris", "Jonas", "Kira",  "Liam",  "Maya", "Noah",  "Olga",  "Paul",
+    "Rosa", "Sam",   "Tara",  "Umar",  "Vera", "Will",  "Yara",  "Zoë"};
+
+constexpr std::array<std::string_view, 16> LastNames = {
+    "Adams",   "Brown", "Costa",    "Dubois", "Evans",  "Fischer", "García", "Hughes",
+    "Ivanova", "Jones", "Kowalski", "Larsen", "Müller", "Nowak",   "Okafor", "Perez"};
+
+constexpr std::array<std::string_view, 11> Topics = {
+    "Art",   "Biology", "Chemistry", "Drama",   "Economics",  "French",
+    "Latin", "Physics", "Reading",   "Writing", "World Music"};
+
+constexpr std::array<std::string_view, 4> TopicPrefixes = {"", "Early ", "More ", "Advanced "};
+
+// The engine's output is fixed by the standard; the distributions' is not, so
+// draws are made from it directly and the data is the same on every system.
+class Draw {
+public:
+    explicit Draw(std::uint32_t seed) : m_engine(seed) {}
+    int between(int low, int high)
+    {
+        return low + static_cast<int>(m_engine() % static_cast<std::uint32_t>(high - low + 1));
+    }
+    template <typename T, std::size_t N> const T &from(const std::array<T, N> &items)
+    {
+        return items[m_engine() % N];
+    }
+
+private:
+    std::mt19937 m_engine;
+};
+
+// Length counts characters, as the screens and the file (one byte each) do.
+std::size_t CharacterCount(std::string_view utf8)
+{
+    return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    }));
+}
+
+// Words until the wanted length is reached, then cut to it exactly.
+std::string Sentence(Draw &draw, int length)
+{
+    std::string text;
+    std::size_t characters = 0;
+    while (characters < static_cast<std::size_t>(length)) {
+        if (!text.empty()) {
+            text += ' ';
+            ++characters;
+        }
+        const std::string_view word = draw.from(Words);
+        text += word;
+        characters += CharacterCount(word);
+    }
+    while (characters > static_cast<std::size_t>(length)) {
+        // Drop the last character, with every byte of it.
+        while ((static_cast<unsigned char>(text.back()) & 0xC0) == 0x80)
+            text.pop_back();
+        text.pop_back();
+        --characters;
+    }
+    text.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(text.front())));
+    return text;
+}
+
+std::string SubjectName(int subject)
+{
+    const int added = subject - FirstAddedSubject;
+    const int topics = static_cast<int>(Topics.size());
+    std::string name =
+        std::string(
+            TopicPrefixes[static_cast<std::size_t>(added / topics) % TopicPrefixes.size()]) +
+        std::string(Topics[static_cast<std::size_t>(added % topics)]);
+    if (added >= topics * static_cast<int>(TopicPrefixes.size()))
+        name += " " + std::to_string(added);
+    return name;
+}
+
+} // namespace
+
+TestBank MakeLargeTestBank(const LargeDataSetSize &size)
+{
+    TestBank bank;
+    BuildDefaultTests(bank);
+    const int subjects = std::max(size.subjects, FirstAddedSubject);
+    bank.SubjectMax = subjects - 1;
+    bank.Subjects.resize(static_cast<std::size_t>(subjects));
+    for (int s = FirstAddedSubject; s < subjects; ++s)
+        bank.Subjects[static_cast<std::size_t>(s)] = Subject{SubjectName(s), false};
+    bank.QuestionBank.resize(static_cast<std::size_t>(subjects));
+    bank.Limits.resize(static_cast<std::size_t>(subjects));
+    ResizeQuestionSlots(bank, size.questionsPerLevel - 1);
+
+    Draw draw(size.seed);
+    for (int s = ArithmeticSubject + 1; s < subjects; ++s) {
+        SubjectLimits &limits = bank.Limits[static_cast<std::size_t>(s)];
+        limits.Seconds = 30 * draw.between(1, 4);
+        for (int level = 0; level < LevelCount; ++level) {
+            limits.LastQuestion[level] = size.questionsPerLevel - 1;
+            for (Question &question : bank.QuestionBank[static_cast<std::size_t>(s)].Items[level]) {
+                for (std::string *field : {&question.Text, &question.Answer, &question.Wrong1,
+                                           &question.Wrong2, &question.Wrong3})
+                    *field = Sentence(draw, draw.between(size.shortestText, size.longestText));
+            }
+        }
+    }
+    return bank;
+}
+
+StudentRecords MakeLargeRoster(const TestBank &bank, const LargeDataSetSize &size)
+{
+    Draw draw(size.seed + 1);
+    StudentRecords records;
+    records.ShowByStudent = true;
+    records.CurrentSubject = ArithmeticSubject;
+    records.CurrentSubjectName = bank.Subjects.front().Name;
+    records.Students.reserve(static_cast<std::size_t>(size.students));
+    for (int i = 0; i < size.students; ++i) {
+        Student student = NewStudent(bank.SubjectMax);
+        student.Name = std::string(draw.from(FirstNames)) + " " + std::string(draw.from(LastNames));
+        student.Level = static_cast<int16_t>(draw.between(0, LevelCount - 1));
+        for (SubjectResults &results : student.Results) {
+            for (int level = 0; level < LevelCount; ++level) {
+                results.Last[level] = static_cast<int16_t>(draw.between(-3, 40));
+                results.High[level] =
+                    static_cast<int16_t>(results.Last[level] + draw.between(0, 10));
+            }
+        }
+        records.Students.push_back(std::move(student));
+    }
+    records.Students.front().Current = true;
+    records.CurrentStudentName = TrimName(records.Students.front().Name);
+    return records;
+}
+
+std::optional<FileError> WriteLargeDataSet(const std::filesystem::path &dataDir,
+                                           const LargeDataSetSize &size)
+{
+    std::error_code ec;
+    std::filesystem::create_directories(dataDir, ec);
+    if (ec)
+        return FileError{FileError::Kind::Unwritable, dataDir.string(), ec.message(), {}};
+    const DataPaths paths = DataPaths::In(dataDir);
+    const TestBank bank = MakeLargeTestBank(size);
+    if (std::optional<FileError> error = SaveTests(bank, paths.TestsPath))
+        return error;
+    return SaveStudents(MakeLargeRoster(bank, size), paths.StudentsPath);
+}

@@ -1,0 +1,117 @@
+// The question grid of the Tests screen: filled with a subject's 13 x 1,000
+// questions, and one question added at the end of a full level, which grows
+// the slot bound of every subject.
+#include "BenchData.h"
+#include "Figures.h"
+#include "ScreenTiming.h"
+#include "tests/QuestionEditor.h"
+
+#include <QAbstractItemModel>
+#include <QTableView>
+
+#include <benchmark/benchmark.h>
+
+#include <vector>
+
+namespace {
+
+constexpr double FrameMs = 16;
+constexpr double AddQuestionMs = 50;
+constexpr int SubjectEdited = FirstAddedSubject + 3;
+
+// The editor over an added subject, shown as on the Tests screen.
+class ShownEditor {
+public:
+    explicit ShownEditor(Session &session) : m_session(session), m_editor(session)
+    {
+        m_session.records.CurrentSubject = SubjectEdited;
+        m_editor.resize(1000, 640);
+        m_editor.show();
+        m_editor.showSubject();
+        SettleWindows();
+    }
+    ~ShownEditor() { m_editor.hide(); }
+
+    QuestionEditor &editor() { return m_editor; }
+    int rows() const
+    {
+        return m_editor.findChild<QTableView *>(QStringLiteral("Grid1"))->model()->rowCount();
+    }
+
+private:
+    Session &m_session;
+    QuestionEditor m_editor;
+};
+
+void BM_PopulateGrid(benchmark::State &state)
+{
+    Session &session = BenchData::instance().session();
+    ShownEditor shown(session);
+    if (shown.rows() != LevelCount * (session.bank.QuestionMax + 1)) {
+        state.SkipWithError("the subject does not hold 13 full levels");
+        return;
+    }
+    std::vector<Sample> steps;
+    std::vector<Sample> frames;
+    for (auto _ : state) {
+        const StepTimes times = TimeStepAndFrame([&] { shown.editor().PopulateGrid(); });
+        state.SetIterationTime(times.frame.value / 1000);
+        steps.push_back(times.step);
+        frames.push_back(times.frame);
+    }
+    ReportUnder(state, "PopulateGrid, 13 x 1000 questions", steps, FrameMs, {}, "ms", "step_");
+    ReportUnder(state, "PopulateGrid, 13 x 1000 questions + frame drawn", frames, FrameMs, {}, "ms",
+                "frame_");
+}
+
+// Takes the added question back and leaves every level's table as a load
+// leaves it, exactly as long as the slots, so each run pays for the growth anew.
+void UndoAdd(TestBank &bank, int32_t questionMax, int32_t lastQuestion, int level)
+{
+    bank.Limits[SubjectEdited].LastQuestion[level] = lastQuestion;
+    ResizeQuestionSlots(bank, questionMax);
+    for (SubjectQuestions &subject : bank.QuestionBank)
+        for (std::vector<Question> &questions : subject.Items)
+            questions.shrink_to_fit();
+}
+
+void BM_AddQuestionGrowingAllSubjects(benchmark::State &state)
+{
+    Session &session = BenchData::instance().session();
+    TestBank &bank = session.bank;
+    ShownEditor shown(session);
+    constexpr int level = LevelCount - 1;
+    const int32_t questionMax = bank.QuestionMax;
+    const int32_t lastQuestion = bank.Limits[SubjectEdited].LastQuestion[level];
+    if (lastQuestion != questionMax) {
+        state.SkipWithError("the level is not full");
+        return;
+    }
+    std::vector<Sample> steps;
+    std::vector<Sample> frames;
+    for (auto _ : state) {
+        // The last row belongs to the last level: the new question goes there.
+        shown.editor().selectRow(shown.rows() - 1);
+        QCoreApplication::processEvents();
+        const StepTimes times = TimeStepAndFrame([&] { shown.editor().cmdAdd_Click(); });
+        state.SetIterationTime(times.frame.value / 1000);
+        steps.push_back(times.step);
+        frames.push_back(times.frame);
+        if (bank.QuestionMax != questionMax + 1)
+            state.SkipWithError("adding did not grow the slot bound");
+        UndoAdd(bank, questionMax, lastQuestion, level);
+        shown.editor().PopulateGrid();
+    }
+    ReportUnder(state, "Add question to a full level (grows 50 subjects)", steps, AddQuestionMs, {},
+                "ms", "step_");
+    ReportUnder(state, "Add question to a full level + frame drawn", frames, AddQuestionMs, {},
+                "ms", "frame_");
+}
+
+} // namespace
+
+BENCHMARK(BM_PopulateGrid)->UseManualTime()->Iterations(41)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_AddQuestionGrowingAllSubjects)
+    ->UseManualTime()
+    ->Iterations(9)
+    ->Unit(benchmark::kMillisecond);

@@ -1,0 +1,139 @@
+// A count that claims more than the file holds must be refused before memory is
+// set aside for it. This binary replaces the global operator new to count what
+// the loaders ask for, so it is kept apart from the other tests.
+#include "core/ByteIO.h"
+#include "core/CoreTesting.h"
+#include "core/StudentsFile.h"
+#include "core/TestsFile.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <string>
+
+namespace {
+
+bool g_counting = false;
+std::size_t g_requested = 0;
+
+// Counts the bytes requested from operator new while it lives.
+class AllocationCount {
+public:
+    AllocationCount()
+    {
+        g_requested = 0;
+        g_counting = true;
+    }
+    ~AllocationCount() { g_counting = false; }
+    AllocationCount(const AllocationCount &) = delete;
+    AllocationCount &operator=(const AllocationCount &) = delete;
+
+    std::size_t bytes() const { return g_requested; }
+};
+
+std::string EmptySubjects(int count)
+{
+    ByteWriter out;
+    out.int32(count - 1);
+    for (int s = 0; s < count; ++s) {
+        out.text("", [] { return std::string(); });
+        out.bool16(false);
+    }
+    return out.bytes();
+}
+
+std::string Int32(int32_t value)
+{
+    ByteWriter out;
+    out.int32(value);
+    return out.bytes();
+}
+
+} // namespace
+
+void *operator new(std::size_t size)
+{
+    if (g_counting) {
+        g_requested += size;
+    }
+    if (void *p = std::malloc(size == 0 ? 1 : size)) {
+        return p;
+    }
+    throw std::bad_alloc();
+}
+
+void operator delete(void *p) noexcept
+{
+    std::free(p);
+}
+
+void operator delete(void *p, std::size_t) noexcept
+{
+    std::free(p);
+}
+
+TEST(FileAllocation, CountsBeyondTheFileAreRefusedBeforeAnythingIsAllocated)
+{
+    const TestBank bank = DefaultTestBank();
+    // Enough bytes after the counts to pass every check that looks only at the size left.
+    const std::string padding(10000, '\0');
+    const std::string questionsHeader = EmptySubjects(6);
+
+    const struct {
+        const char *what;
+        bool students;
+        std::string bytes;
+    } claims[] = {
+        {"2^31 students in 30 bytes", true,
+         FromHex("FF FF 00 00 00 00 FF FF FF 7F") + std::string(20, '\0')},
+        {"2^30 students", true, FromHex("FF FF 00 00 00 00 00 00 00 40") + padding},
+        {"a name of 65535 bytes", true,
+         FromHex("FF FF 00 00 00 00 00 00 00 00 FF FF") + std::string(300, 'a')},
+        {"2^31 subjects", false, Int32(0x7FFFFFFF) + padding},
+        {"2^31 question slots", false, questionsHeader + Int32(0x7FFFFFFF) + padding},
+        {"1001 question slots", false, questionsHeader + Int32(1000) + padding},
+        {"a subject name of 65535 bytes", false, Int32(5) + FromHex("FF FF") + padding},
+    };
+    const ScratchDir dir;
+    for (const auto &claim : claims) {
+        SCOPED_TRACE(claim.what);
+        const auto path = dir / (claim.students ? "Tavrino_Students.dat" : "Tavrino_Tests.dat");
+        WriteBytes(path, claim.bytes);
+        // From memory, and from the disk through the loaders' own reading.
+        for (const bool fromDisk : {false, true}) {
+            SCOPED_TRACE(fromDisk ? "from the disk" : "from memory");
+            LoadResult result;
+            std::size_t requested = 0;
+            if (claim.students) {
+                StudentRecords records;
+                const AllocationCount count;
+                result = fromDisk ? LoadStudents(records, bank, path)
+                                  : DecodeStudentsFile(records, bank, claim.bytes, path);
+                requested = count.bytes();
+            } else {
+                TestBank loaded;
+                const AllocationCount count;
+                result =
+                    fromDisk ? LoadTests(loaded, path) : DecodeTestsFile(loaded, claim.bytes, path);
+                requested = count.bytes();
+            }
+            ASSERT_EQ(result.status, LoadResult::Status::Failed);
+            EXPECT_EQ(result.error->kind, FileError::Kind::Damaged);
+            // The error's texts and a few empty subjects, and from the disk a buffer
+            // for the file's bytes: nothing near what was claimed.
+            EXPECT_LT(requested, 4096 + (fromDisk ? 2 * claim.bytes.size() : 0))
+                << result.error->message();
+        }
+    }
+
+    // The counter sees the loaders' allocations at all: a valid file costs far more.
+    std::string valid;
+    ASSERT_FALSE(EncodeTestsFile(bank, "Tavrino_Tests.dat", valid));
+    TestBank loaded;
+    const AllocationCount count;
+    ASSERT_EQ(DecodeTestsFile(loaded, valid, "Tavrino_Tests.dat").status,
+              LoadResult::Status::Loaded);
+    EXPECT_GT(count.bytes(), valid.size());
+}
