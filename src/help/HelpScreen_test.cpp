@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <ostream>
+#include <utility>
 #include <vector>
 
 // Readable failure messages for texts.
@@ -86,12 +87,12 @@ const std::vector<ScreenCase> &Screens()
 
 } // namespace
 
-TEST(HelpScreen, EachScreenShowsItsTitleHeadingsAndVerdanaPage)
+TEST(HelpScreen, EachScreenShowsItsTitleHeadingsAndVerdanaPageAndCloses)
 {
     const TempDataDir data;
     for (const ScreenCase &expected : Screens()) {
         SCOPED_TRACE(expected.objectName);
-        const HelpScreen screen(expected.page, data.paths());
+        HelpScreen screen(expected.page, data.paths());
         EXPECT_EQ(screen.objectName(), QLatin1String(expected.objectName));
         EXPECT_EQ(screen.windowTitle(), QLatin1String(expected.title));
         EXPECT_TRUE(screen.isModal());
@@ -104,9 +105,14 @@ TEST(HelpScreen, EachScreenShowsItsTitleHeadingsAndVerdanaPage)
         EXPECT_EQ(Headings(document), expected.headings);
         EXPECT_EQ(TextNotInVerdana(document), QString());
 
-        const auto *cmdClose = screen.findChild<QPushButton *>(QStringLiteral("cmdClose"));
+        auto *cmdClose = screen.findChild<QPushButton *>(QStringLiteral("cmdClose"));
         ASSERT_NE(cmdClose, nullptr);
         EXPECT_EQ(cmdClose->text(), QStringLiteral("Close"));
+        screen.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&screen));
+        QTest::mouseClick(cmdClose, Qt::LeftButton);
+        EXPECT_FALSE(screen.isVisible());
+        EXPECT_EQ(screen.result(), QDialog::Accepted);
     }
 }
 
@@ -115,62 +121,52 @@ TEST(HelpScreen, PagesHoldTheirSentencesWithSectionsBetweenRules)
     const QString main = MainHelpPage(QStringLiteral("/somewhere/data"), true);
     const QString students = StudentsHelpPage();
     const QString tests = TestsHelpPage();
-    const struct {
-        const QString &page;
-        const char *text;
-    } expected[] = {
-        {main, "<p><b><u>Overview:</u></b>"},
-        {main, "<p><b><u>Performing a Test:</u></b>"},
-        {main, "<p><b><u>Students:</u></b>"},
-        {main, "<p><b><u>Tests:</u></b>"},
-        {main, "How to Start and Stop a <b>Test</b>."},
-        {main, "How to manage an entire <b>Class</b>."},
-        {main, "<p>The Tavrino program will enable Students to perform <b>Multi-Level Timed "
-               "Tests</b>."},
-        {main, "All modifications (to the <b>Students</b> and <b>Tests</b> data) are "
-               "automatically Saved for you."},
-        {main, "All of the files used by this program are placed in a directory named "
-               "<u><b>data</b></u>, which is located directly beneath the program's path. "},
-        {main, "c:\\Program Files\\Tavrino"},
-        {main, "c:\\Program Files\\Tavrino\\data"},
-        {main, "<b>[Start Test]</b>"},
-        {main, "<b>[Stop Test]</b>"},
-        {main, "The <u><b>Score</b></u> is determined by subtracting the <b>Wrong</b> answers "
-               "from the <b>Right</b> answers. "},
-        {main, "5 <b>Right</b>"},
-        {main, "2 <b>Wrong</b>"},
-        {main, "<b>[Students]</b>"},
-        {main, "<ul><li><b>Arithmetic</b><li><b>Spelling</b><li><b>Geography</b><li><b>History"
-               "</b><li><b>Music</b><li><b>Science</b></ul>"},
-        {main, "If a Level is not available for a particular Subject, then it's button will be "
-               "disabled. "},
-        {main, "6 - 12"},
-        {main, "<b>[Tests]</b>"},
-        {students, "using the screen (as pressing <b>[Enter]</b> causes this screen to Close). "
-                   "All modifications are then automatically Saved. "},
-        {students, "Selecting a Student:"},
-        {students, "Editing a Student:"},
-        {students, "Adding a New Student:"},
-        {students, "Deleting a Student:"},
-        {students, "Show Scores for one Student:"},
-        {students, "Show Scores for one Subject:"},
-        {students, "SCORES FOR"},
-        {students, "Resetting Scores"},
-        {students, "<b>[Reset This Student's Totals]</b>"},
-        {students, "<b>[Reset ALL Student Totals]</b>"},
-        {tests, "using the screen (as pressing <b>[Enter]</b> causes this screen to Close). "
-                "All modifications are then automatically Saved. "},
-        {tests, "Add Question:"},
-        {tests, "Delete Question:"},
-        {tests, "Changing a Level:"},
-        {tests, "Use Adjacent Levels (during Test):"},
-        {tests, "Selecting a Range of Numbers:"},
-        {tests, "Alternate (switch) Positions of Numbers:"},
-        {tests, "Alternate Position of 'Blank box':"},
-        {tests, "<ul><li><b>3 + 1</b><li><b>3 - 2</b>"},
+    // Sentences quoted from each page, markup and all.
+    const std::pair<const QString &, std::vector<const char *>> expected[] = {
+        {main,
+         {"<p><b><u>Overview:</u></b>",
+          "<p><b><u>Performing a Test:</u></b>",
+          "<p><b><u>Students:</u></b>",
+          "<p><b><u>Tests:</u></b>",
+          "How to Start and Stop a <b>Test</b>.",
+          "How to manage an entire <b>Class</b>.",
+          "<p>The Tavrino program will enable Students to perform <b>Multi-Level Timed Tests</b>.",
+          "All modifications (to the <b>Students</b> and <b>Tests</b> data) are automatically "
+          "Saved for you.",
+          "All of the files used by this program are placed in a directory named "
+          "<u><b>data</b></u>, which is located directly beneath the program's path. ",
+          "c:\\Program Files\\Tavrino\\data",
+          "<b>[Start Test]</b>",
+          "<b>[Stop Test]</b>",
+          "The <u><b>Score</b></u> is determined by subtracting the <b>Wrong</b> answers from the "
+          "<b>Right</b> answers. ",
+          "5 <b>Right</b>",
+          "2 <b>Wrong</b>",
+          "<b>[Students]</b>",
+          "<ul><li><b>Arithmetic</b><li><b>Spelling</b><li><b>Geography</b><li><b>History</"
+          "b><li><b>Music</b><li><b>Science</b></ul>",
+          "If a Level is not available for a particular Subject, then it's button will be "
+          "disabled. ",
+          "6 - 12",
+          "<b>[Tests]</b>"}},
+        {students,
+         {"using the screen (as pressing <b>[Enter]</b> causes this screen to Close). All "
+          "modifications are then automatically Saved. ",
+          "Selecting a Student:", "Editing a Student:", "Adding a New Student:",
+          "Deleting a Student:", "Show Scores for one Student:", "Show Scores for one Subject:",
+          "SCORES FOR", "Resetting Scores", "<b>[Reset This Student's Totals]</b>",
+          "<b>[Reset ALL Student Totals]</b>"}},
+        {tests,
+         {"using the screen (as pressing <b>[Enter]</b> causes this screen to Close). All "
+          "modifications are then automatically Saved. ",
+          "Add Question:", "Delete Question:", "Changing a Level:",
+          "Use Adjacent Levels (during Test):", "Selecting a Range of Numbers:",
+          "Alternate (switch) Positions of Numbers:", "Alternate Position of 'Blank box':",
+          "<ul><li><b>3 + 1</b><li><b>3 - 2</b>"}},
     };
-    for (const auto &item : expected)
-        EXPECT_TRUE(item.page.contains(QString::fromUtf8(item.text))) << item.text;
+    for (const auto &[page, sentences] : expected)
+        for (const char *sentence : sentences)
+            EXPECT_TRUE(page.contains(QString::fromUtf8(sentence))) << sentence;
 
     for (const QString *page : {&main, &students, &tests}) {
         EXPECT_TRUE(page->startsWith(QStringLiteral("<font face=verdana><center><u><h3>")));
@@ -200,19 +196,4 @@ TEST(HelpScreen, MainPageSaysWhereThisInstallationKeepsItsData)
     const HelpScreen screen(HelpPage::Main, data.paths());
     const QString shown = QDir::toNativeSeparators(QDir(data.path()).absolutePath());
     EXPECT_TRUE(Browser(screen)->toPlainText().contains(shown)) << shown.toStdString();
-}
-
-TEST(HelpScreen, CloseButtonClosesTheScreen)
-{
-    const TempDataDir data;
-    for (const ScreenCase &item : Screens()) {
-        SCOPED_TRACE(item.objectName);
-        HelpScreen screen(item.page, data.paths());
-        screen.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&screen));
-        QTest::mouseClick(screen.findChild<QPushButton *>(QStringLiteral("cmdClose")),
-                          Qt::LeftButton);
-        EXPECT_FALSE(screen.isVisible());
-        EXPECT_EQ(screen.result(), QDialog::Accepted);
-    }
 }

@@ -9,6 +9,7 @@
 #include "testsupport/TempDataDir.h"
 #include "ui/Session.h"
 
+#include <QListWidget>
 #include <QString>
 
 #include <gtest/gtest.h>
@@ -27,12 +28,10 @@ public:
     QString input(QWidget *parent, const QString &title, const QString &prompt,
                   const QString &defaultText = QString()) override
     {
-        fileAtInput = std::filesystem::exists(m_file);
         bytesAtInput = ReadFileBytes(m_file);
         return ScriptedPrompt::input(parent, title, prompt, defaultText);
     }
 
-    bool fileAtInput = false;
     std::vector<unsigned char> bytesAtInput;
 
 private:
@@ -63,13 +62,11 @@ protected:
             Student student = NewStudent(session.bank.SubjectMax);
             student.Name = names[i];
             student.Current = static_cast<int>(i) == current;
-            for (std::size_t s = 0; s < student.Results.size(); ++s) {
+            for (int s = 0; s < static_cast<int>(student.Results.size()); ++s)
                 for (int level = 0; level < LevelCount; ++level) {
-                    const int at = static_cast<int>(i);
-                    student.Results[s].Last[level] = scoreOf(at, static_cast<int>(s), level, false);
-                    student.Results[s].High[level] = scoreOf(at, static_cast<int>(s), level, true);
+                    student.Results[s].Last[level] = scoreOf(static_cast<int>(i), s, level, false);
+                    student.Results[s].High[level] = scoreOf(static_cast<int>(i), s, level, true);
                 }
-            }
             records.Students.push_back(student);
         }
         ASSERT_FALSE(SaveStudents(records, session.paths.StudentsPath).has_value());
@@ -98,6 +95,36 @@ protected:
         Widget *widget = screen.findChild<Widget *>(QString::fromLatin1(name));
         EXPECT_NE(widget, nullptr) << name;
         return widget;
+    }
+
+    // Texts are compared as UTF-8, which failure messages print readably.
+    static std::string Utf8(const QString &text) { return text.toStdString(); }
+
+    static std::vector<std::string> Lines(const QListWidget &list)
+    {
+        std::vector<std::string> texts;
+        for (int row = 0; row < list.count(); ++row)
+            texts.push_back(Utf8(list.item(row)->text()));
+        return texts;
+    }
+
+    static std::vector<std::string> Names(const StudentRecords &records)
+    {
+        std::vector<std::string> names;
+        for (const Student &student : records.Students)
+            names.push_back(student.Name);
+        return names;
+    }
+
+    // The confirmation last asked for, by title; the script's answer decides it.
+    ::testing::AssertionResult askedToConfirm(const char *title) const
+    {
+        const ScriptedPrompt::Shown *shown = prompt.last();
+        if (shown && shown->kind == ScriptedPrompt::Shown::Kind::Confirm &&
+            shown->title == QString::fromLatin1(title))
+            return ::testing::AssertionSuccess();
+        return ::testing::AssertionFailure()
+               << "last prompt: " << (shown ? shown->title.toStdString() : "none");
     }
 
     TempDataDir dir;

@@ -43,29 +43,25 @@ TEST(LeadingNumber, ReadsAPointWhateverTheUsersLocale)
     EXPECT_EQ(withComma, 2.0);
 }
 
-TEST(IsRightArithmetic, AnyEntryThatMakesTheEquationTrueIsRight)
+TEST(IsRightArithmetic, AnyEntryThatMakesTheEquationTrueIsRightAndDividingByZeroIsWrong)
 {
-    EXPECT_TRUE(IsRightArithmetic("3", '+', "4", "7"));
-    EXPECT_TRUE(IsRightArithmetic("2", '+', "5", "7"));
-    EXPECT_FALSE(IsRightArithmetic("3", '+', "4", "8"));
-    EXPECT_TRUE(IsRightArithmetic("10", '-', "4", "6"));
-    EXPECT_FALSE(IsRightArithmetic("4", '-', "10", "6"));
-    EXPECT_TRUE(IsRightArithmetic("6", 'x', "7", "42"));
-    EXPECT_FALSE(IsRightArithmetic("6", '*', "7", "42"));
-    EXPECT_TRUE(IsRightArithmetic("7", '/', "2", "3.5"));
-    EXPECT_FALSE(IsRightArithmetic("7", '/', "2", "3"));
-    EXPECT_TRUE(IsRightArithmetic("12abc", '/', " 4", "3 "));
-    EXPECT_TRUE(IsRightArithmetic("abc", '+', "", "0"));
-    // Compared exactly in double precision, as typed.
-    EXPECT_FALSE(IsRightArithmetic("0.1", '+', "0.2", "0.3"));
-}
-
-TEST(IsRightArithmetic, DividingByZeroIsWrong)
-{
-    EXPECT_FALSE(IsRightArithmetic("0", '/', "0", "0"));
-    EXPECT_FALSE(IsRightArithmetic("5", '/', "0", "0"));
-    EXPECT_FALSE(IsRightArithmetic("5", '/', "-0", "0"));
-    EXPECT_FALSE(IsRightArithmetic("5", '/', "0", "1e999")); // no infinite quotient
-    EXPECT_FALSE(IsRightArithmetic("5", '/', "abc", "0"));
-    EXPECT_TRUE(IsRightArithmetic("0", '/', "5", "0"));
+    const struct {
+        const char *number1;
+        char op;
+        const char *number2, *answer;
+        bool right;
+    } cases[] = {
+        {"3", '+', "4", "7", true},        {"3", '+', "4", "8", false},
+        {"10", '-', "4", "6", true},       {"4", '-', "10", "6", false},
+        {"6", 'x', "7", "42", true},       {"6", '*', "7", "42", false},
+        {"7", '/', "2", "3.5", true},      {"7", '/', "2", "3", false},
+        {"12abc", '/', " 4", "3 ", true},  {"abc", '+', "", "0", true},
+        {"0.1", '+', "0.2", "0.3", false}, // compared exactly in double precision, as typed
+        {"0", '/', "0", "0", false},       {"5", '/', "0", "0", false},
+        {"5", '/', "-0", "0", false},      {"5", '/', "0", "1e999", false}, // no infinite quotient
+        {"5", '/', "abc", "0", false},     {"0", '/', "5", "0", true},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(IsRightArithmetic(c.number1, c.op, c.number2, c.answer), c.right)
+            << c.number1 << ' ' << c.op << ' ' << c.number2 << " = " << c.answer;
 }

@@ -1,5 +1,6 @@
 // The main screen over a fresh data directory, with scripted dialogs and a
-// Students screen replaced by what its close does: one current student, Ann.
+// Students screen replaced by what its close does: one current student (Ann,
+// on a first run), and a child answering the questions on the screen.
 #pragma once
 
 #include "core/DefaultBank.h"
@@ -7,6 +8,7 @@
 #include "core/TestsFile.h"
 #include "testing/MainScreen.h"
 #include "testsupport/ScriptedPrompt.h"
+#include "testsupport/ShownText.h"
 #include "testsupport/TempDataDir.h"
 #include "ui/Session.h"
 
@@ -16,16 +18,24 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <ostream>
+#include <set>
+#include <string>
 
 // Texts in failure messages.
 inline std::ostream &operator<<(std::ostream &out, const QString &text)
 {
     return out << text.toStdString();
+}
+
+inline QColor textColour(const QWidget *widget)
+{
+    return widget->palette().color(QPalette::WindowText);
 }
 
 class MainScreenTest : public ::testing::Test {
@@ -37,6 +47,7 @@ protected:
     int studentsScreenShown = 0;
     int subjectsListedWhenStudentsOpened = -1;
     std::size_t messagesWhenStudentsOpened = 0;
+    int nextStudent = 0; // the one the Students screen closes on
 
     void SetUp() override { session.random.seed(20240611); }
 
@@ -69,7 +80,7 @@ protected:
     }
 
     // What the Students screen does from its load to its close: the roster is
-    // read (or started, with Ann as the first name) and Ann is made current.
+    // read (or started, with Ann as the first name) and nextStudent is made current.
     bool closeStudentsScreen()
     {
         ++studentsScreenShown;
@@ -83,10 +94,13 @@ protected:
             if (loaded.status == LoadResult::Status::Missing)
                 records.Students[0].Name = "Ann";
         }
-        records.CurrentStudent = 0;
-        records.Students[0].Current = true;
-        records.CurrentStudentName = TrimName(records.Students[0].Name);
-        records.CurrentLevel = records.Students[0].Level;
+        for (Student &student : records.Students)
+            student.Current = false;
+        Student &chosen = records.Students.at(static_cast<std::size_t>(nextStudent));
+        chosen.Current = true;
+        records.CurrentStudent = nextStudent;
+        records.CurrentStudentName = TrimName(chosen.Name);
+        records.CurrentLevel = chosen.Level;
         return session.saveStudents(nullptr);
     }
 
@@ -98,23 +112,117 @@ protected:
                   LoadResult::Status::Loaded);
         return onDisk;
     }
-
-    template <typename W> W *find(const char *name) const
+    SubjectResults resultsOnDisk(int subject) const
     {
-        W *widget = screen->findChild<W *>(QLatin1String(name));
+        return studentsOnDisk().Students.at(0).Results.at(static_cast<std::size_t>(subject));
+    }
+
+    template <typename W> W *find(const QString &name) const
+    {
+        W *widget = screen->findChild<W *>(name);
         EXPECT_NE(widget, nullptr) << name;
         return widget;
     }
-    QLabel *label(const char *name) const { return find<QLabel>(name); }
-    QPushButton *button(const char *name) const { return find<QPushButton>(name); }
-    QLineEdit *box(const char *name) const { return find<QLineEdit>(name); }
-    QRadioButton *option(const char *name) const { return find<QRadioButton>(name); }
-    QComboBox *combo(const char *name) const { return find<QComboBox>(name); }
+    QLabel *label(const QString &name) const { return find<QLabel>(name); }
+    QPushButton *button(const QString &name) const { return find<QPushButton>(name); }
+    QLineEdit *box(const QString &name) const { return find<QLineEdit>(name); }
+    QRadioButton *option(const QString &name) const { return find<QRadioButton>(name); }
+    QComboBox *combo(const QString &name) const { return find<QComboBox>(name); }
+    QRadioButton *answerButton(int index) const
+    {
+        return option(QString("optAnswer%1").arg(index));
+    }
 
-    QString text(const char *name) const { return label(name)->text(); }
-    bool shown(const char *name) const
+    QString text(const QString &name) const { return label(name)->text(); }
+    bool shown(const QString &name) const
     {
         QWidget *widget = find<QWidget>(name);
         return widget && widget->isVisible();
+    }
+
+    void chooseLevel(int level) { option(QString("optLevel%1").arg(level))->click(); }
+    void tick(int times)
+    {
+        for (int i = 0; i < times; ++i)
+            screen->Timer1_Timer();
+    }
+
+    // The box the child types into: the one the question left empty.
+    QLineEdit *blank() const
+    {
+        for (const char *name : {"txtNum1", "txtNum2", "txtAnswer"})
+            if (box(name)->text().isEmpty())
+                return box(name);
+        return nullptr;
+    }
+
+    // The number that makes the equation on the screen true.
+    long long rightEntry() const
+    {
+        const long long n1 = box("txtNum1")->text().toLongLong();
+        const long long n2 = box("txtNum2")->text().toLongLong();
+        const long long answer = box("txtAnswer")->text().toLongLong();
+        const QChar op = text("lblOp").at(0);
+        const QLineEdit *empty = blank();
+        if (empty == box("txtAnswer"))
+            return op == '+' ? n1 + n2 : op == '-' ? n1 - n2 : op == 'x' ? n1 * n2 : n1 / n2;
+        if (empty == box("txtNum1"))
+            return op == '+'   ? answer - n2
+                   : op == '-' ? answer + n2
+                   : op == 'x' ? answer / n2
+                               : answer * n2;
+        return op == '+'   ? answer - n1
+               : op == '-' ? n1 - answer
+               : op == 'x' ? answer / n1
+                           : n1 / answer;
+    }
+
+    // Types into the blank box and presses Enter, as the child does.
+    void typeAnswer(bool right)
+    {
+        QLineEdit *entry = blank();
+        ASSERT_NE(entry, nullptr);
+        QTest::keyClicks(entry, QString::number(rightEntry() + (right ? 0 : 1)));
+        QTest::keyClick(entry, Qt::Key_Return);
+    }
+
+    // The right answer among the buttons: the Answer of the subject's stored
+    // question whose text and four answers are the ones shown (as the child reads them).
+    QString rightChoice() const
+    {
+        std::multiset<std::string> onButtons;
+        for (int index = 0; index < 4; ++index)
+            onButtons.insert(ShownText(*answerButton(index)).toStdString());
+        const std::string question = ShownText(*label("lblQuestion_Multi")).toStdString();
+        const int subject = session.records.CurrentSubject;
+        std::set<std::string> answers;
+        for (const auto &level :
+             session.bank.QuestionBank.at(static_cast<std::size_t>(subject)).Items)
+            for (const Question &stored : level) {
+                const std::string asked = subject != SpellingSubject ? stored.Text + "?"
+                                          : stored.Text.empty()      ? std::string()
+                                                                     : stored.Text + ":";
+                if (asked == question &&
+                    std::multiset<std::string>{stored.Answer, stored.Wrong1, stored.Wrong2,
+                                               stored.Wrong3} == onButtons)
+                    answers.insert(stored.Answer);
+            }
+        EXPECT_EQ(answers.size(), 1u) << "the question on the screen is one stored question";
+        return answers.empty() ? QString() : QString::fromStdString(*answers.begin());
+    }
+
+    // Clicks a right or a wrong answer and presses Enter on it.
+    void choose(bool right)
+    {
+        const QString wanted = rightChoice();
+        for (int index = 0; index < 4; ++index) {
+            QRadioButton *answer = answerButton(index);
+            if ((ShownText(*answer) == wanted) == right) {
+                QTest::mouseClick(answer, Qt::LeftButton);
+                QTest::keyClick(answer, Qt::Key_Return);
+                return;
+            }
+        }
+        ADD_FAILURE() << "no answer to choose";
     }
 };

@@ -6,15 +6,19 @@
 #include "TestsScreen.h"
 #include "core/DefaultBank.h"
 #include "core/Students.h"
+#include "core/TestsFile.h"
 #include "testsupport/ScriptedPrompt.h"
 #include "testsupport/TempDataDir.h"
 #include "ui/Session.h"
 
+#include <QAbstractItemView>
+#include <QPushButton>
 #include <QString>
 
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 
 class TestsScreenFixture : public ::testing::Test {
 protected:
@@ -45,6 +49,33 @@ protected:
         T *found = m_screen->findChild<T *>(name);
         EXPECT_NE(found, nullptr) << name.toStdString();
         return found;
+    }
+
+    void click(const QString &button) const { control<QPushButton>(button)->click(); }
+
+    static QString cell(const QAbstractItemView &table, int row, int column)
+    {
+        return table.model()->index(row, column).data().toString();
+    }
+
+    // Texts are compared as UTF-8, which failure messages print readably.
+    static std::string Utf8(const QString &text) { return text.toStdString(); }
+
+    TestBank loadedTests() const
+    {
+        TestBank bank;
+        EXPECT_EQ(LoadTests(bank, session.paths.TestsPath).status, LoadResult::Status::Loaded);
+        return bank;
+    }
+
+    // The confirmation last asked for, by title; the script's answer decides it.
+    ::testing::AssertionResult askedToConfirm(const QString &title) const
+    {
+        const ScriptedPrompt::Shown *shown = prompt.last();
+        if (shown && shown->kind == ScriptedPrompt::Shown::Kind::Confirm && shown->title == title)
+            return ::testing::AssertionSuccess();
+        return ::testing::AssertionFailure()
+               << "last prompt: " << (shown ? shown->title.toStdString() : "none");
     }
 
     TempDataDir dir;
