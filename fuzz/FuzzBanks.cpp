@@ -1,0 +1,85 @@
+#include "FuzzBanks.h"
+
+#include "core/DefaultBank.h"
+
+#include <fstream>
+#include <string>
+#include <system_error>
+#include <unistd.h>
+
+TestBank DefaultBank()
+{
+    TestBank bank;
+    BuildDefaultTests(bank);
+    return bank;
+}
+
+TestBank GrownBank()
+{
+    TestBank bank = DefaultBank();
+    for (const char *name : {"Fran\u00E7ais", "\u20AC & \u00BD"}) {
+        bank.Subjects.push_back({name, true});
+        bank.QuestionBank.emplace_back();
+        SubjectLimits limits;
+        limits.LastQuestion.fill(-1);
+        limits.Seconds = 45;
+        bank.Limits.push_back(limits);
+    }
+    bank.SubjectMax = 7;
+    ResizeQuestionSlots(bank, 12);
+    bank.QuestionBank[7].Items[3][12] = {"Caf\u00E9?", "oui", "non", "\u00BF", ""};
+    bank.Limits[7].LastQuestion[3] = 12;
+    return bank;
+}
+
+StudentRecords Roster(int32_t subjectMax)
+{
+    StudentRecords records;
+    records.ShowByStudent = false;
+    records.CurrentSubject = subjectMax;
+    for (const char *name : {"Zo\u00EB", " \u00C5ngstr\u00F6m ", "", "Ann"}) {
+        records.Students.push_back(NewStudent(subjectMax));
+        records.Students.back().Name = name;
+    }
+    records.Students[1].Level = 12;
+    records.Students[1].Current = true;
+    records.Students[2].Results[subjectMax].High[12] = 32767;
+    records.Students[3].Results[0].Last[0] = -32768;
+    return records;
+}
+
+namespace {
+
+// A directory of this process's own, removed with its files when the run ends.
+class ScratchDirectory {
+public:
+    ScratchDirectory()
+        : m_path(std::filesystem::temp_directory_path() /
+                 ("tavrino-fuzz-" + std::to_string(::getpid())))
+    {
+        std::filesystem::create_directories(m_path);
+    }
+    ~ScratchDirectory()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    ScratchDirectory(const ScratchDirectory &) = delete;
+    ScratchDirectory &operator=(const ScratchDirectory &) = delete;
+
+    const std::filesystem::path &path() const { return m_path; }
+
+private:
+    std::filesystem::path m_path;
+};
+
+} // namespace
+
+std::filesystem::path OnDisk(std::string_view bytes, const char *name)
+{
+    static const ScratchDirectory dir;
+    const std::filesystem::path path = dir.path() / name;
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return path;
+}
