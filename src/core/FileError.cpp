@@ -1,5 +1,7 @@
 #include "core/FileError.h"
 
+#include "core/ByteIO.h"
+
 std::string FileError::message() const
 {
     std::string text;
@@ -23,4 +25,21 @@ std::string FileError::message() const
         break;
     }
     return text;
+}
+
+FileError RefusedSave(const std::filesystem::path &path, const std::string &what,
+                      const std::string &problem)
+{
+    return FileError{FileError::Kind::Unwritable,
+                     path.string(),
+                     what + " in memory is inconsistent: " + problem,
+                     {}};
+}
+
+FileError TooLongText(const std::filesystem::path &path, const std::string &which)
+{
+    return FileError{FileError::Kind::TooLong,
+                     path.string(),
+                     which + " is longer than " + std::to_string(MaxTextBytes) + " bytes",
+                     {}};
 }

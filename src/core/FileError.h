@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -30,3 +31,11 @@ struct LoadResult {
 
     bool ok() const { return status != Status::Failed; }
 };
+
+// A save refused before anything was written, because the data in memory would
+// make a file that could not be read back; what names the data.
+FileError RefusedSave(const std::filesystem::path &path, const std::string &what,
+                      const std::string &problem);
+
+// A save refused because a text is longer than the file format can hold.
+FileError TooLongText(const std::filesystem::path &path, const std::string &which);

@@ -130,28 +130,12 @@ StudentRecords DecodeStudents(ByteReader &in, const TestBank &bank)
     return records;
 }
 
-} // namespace
-
-namespace {
-
 std::optional<FileError> Refusal(const StudentRecords &records, const std::filesystem::path &path)
 {
     if (const std::optional<std::string> problem = InconsistencyIn(records)) {
-        return FileError{FileError::Kind::Unwritable,
-                         path.string(),
-                         "the student records in memory are inconsistent: " + *problem,
-                         {}};
+        return RefusedSave(path, "the student records", *problem);
     }
     return std::nullopt;
-}
-
-FileError TooLongError(const TextTooLong &tooLong, const std::filesystem::path &path)
-{
-    return FileError{FileError::Kind::TooLong,
-                     path.string(),
-                     std::string(tooLong.what()) + " is longer than " +
-                         std::to_string(MaxTextBytes) + " bytes",
-                     {}};
 }
 
 } // namespace
@@ -167,7 +151,7 @@ std::optional<FileError> EncodeStudentsFile(const StudentRecords &records,
         EncodeStudents(records, out);
         bytes = out.bytes();
     } catch (const TextTooLong &tooLong) {
-        return TooLongError(tooLong, path);
+        return TooLongText(path, tooLong.what());
     }
     return std::nullopt;
 }
@@ -213,7 +197,7 @@ std::optional<FileError> SaveStudents(const StudentRecords &records,
             out.finish();
         });
     } catch (const TextTooLong &tooLong) {
-        return TooLongError(tooLong, path);
+        return TooLongText(path, tooLong.what());
     }
 }
 

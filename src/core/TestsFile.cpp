@@ -300,28 +300,12 @@ TestBank DecodeTests(ByteReader &in)
     return bank;
 }
 
-} // namespace
-
-namespace {
-
 std::optional<FileError> Refusal(const TestBank &bank, const std::filesystem::path &path)
 {
     if (const std::optional<std::string> problem = InconsistencyIn(bank)) {
-        return FileError{FileError::Kind::Unwritable,
-                         path.string(),
-                         "the test bank in memory is inconsistent: " + *problem,
-                         {}};
+        return RefusedSave(path, "the test bank", *problem);
     }
     return std::nullopt;
-}
-
-FileError TooLongError(const TextTooLong &tooLong, const std::filesystem::path &path)
-{
-    return FileError{FileError::Kind::TooLong,
-                     path.string(),
-                     std::string(tooLong.what()) + " is longer than " +
-                         std::to_string(MaxTextBytes) + " bytes",
-                     {}};
 }
 
 } // namespace
@@ -338,7 +322,7 @@ std::optional<FileError> EncodeTestsFile(const TestBank &bank, const std::filesy
         EncodeTests(bank, out);
         bytes = out.bytes();
     } catch (const TextTooLong &tooLong) {
-        return TooLongError(tooLong, path);
+        return TooLongText(path, tooLong.what());
     }
     return std::nullopt;
 }
@@ -379,7 +363,7 @@ std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::
             out.finish();
         });
     } catch (const TextTooLong &tooLong) {
-        return TooLongError(tooLong, path);
+        return TooLongText(path, tooLong.what());
     }
 }
 
