@@ -18,14 +18,10 @@ TestBank GrownBank()
 {
     TestBank bank = DefaultBank();
     for (const char *name : {"Fran\u00E7ais", "\u20AC & \u00BD"}) {
-        bank.Subjects.push_back({name, true});
-        bank.QuestionBank.emplace_back();
-        SubjectLimits limits;
-        limits.LastQuestion.fill(-1);
-        limits.Seconds = 45;
-        bank.Limits.push_back(limits);
+        AddSubject(bank, name);
+        bank.Subjects.back().AdjacentLevels = true;
+        bank.Limits.back().Seconds = 45;
     }
-    bank.SubjectMax = 7;
     ResizeQuestionSlots(bank, 12);
     bank.QuestionBank[7].Items[3][12] = {"Caf\u00E9?", "oui", "non", "\u00BF", ""};
     bank.Limits[7].LastQuestion[3] = 12;

@@ -28,14 +28,10 @@ TestBank GrownBank()
 {
     TestBank bank = DefaultTestBank();
     for (const char *name : {"Fran\u00E7ais", "\u20AC & \u00BD"}) {
-        bank.Subjects.push_back({name, true});
-        bank.QuestionBank.emplace_back();
-        SubjectLimits limits;
-        limits.LastQuestion.fill(-1);
-        limits.Seconds = 45;
-        bank.Limits.push_back(limits);
+        AddSubject(bank, name);
+        bank.Subjects.back().AdjacentLevels = true;
+        bank.Limits.back().Seconds = 45;
     }
-    bank.SubjectMax = 7;
     ResizeQuestionSlots(bank, 13);
     for (int slot = 0; slot <= 13; ++slot) {
         bank.QuestionBank[6].Items[slot % LevelCount][slot] = {

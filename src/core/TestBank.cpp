@@ -1,5 +1,7 @@
 #include "core/TestBank.h"
 
+#include <utility>
+
 int OperationIndex(char symbol)
 {
     for (int op = 0; op < OperationCount; ++op) {
@@ -24,6 +26,22 @@ void ResizeQuestionSlots(TestBank &bank, int32_t questionMax)
         }
     }
     bank.QuestionMax = questionMax;
+}
+
+void AddSubject(TestBank &bank, const std::string &name)
+{
+    bank.SubjectMax += 1;
+    bank.Subjects.push_back(Subject{name, false});
+    SubjectLimits limits;
+    limits.LastQuestion.fill(-1);
+    limits.LastQuestion[0] = 0;
+    limits.Seconds = DefaultSeconds;
+    bank.Limits.push_back(limits);
+    SubjectQuestions questions;
+    for (std::vector<Question> &level : questions.Items) {
+        level.resize(static_cast<std::size_t>(bank.QuestionMax) + 1);
+    }
+    bank.QuestionBank.push_back(std::move(questions));
 }
 
 bool LevelHasQuestions(const TestBank &bank, int subject, int level)

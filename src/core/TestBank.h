@@ -82,6 +82,10 @@ struct TestBank {
 // and sets QuestionMax.
 void ResizeQuestionSlots(TestBank &bank, int32_t questionMax);
 
+// Appends a subject the user added: not using adjacent levels, 30 seconds, and
+// one empty question at level K, so that every subject has at least one question.
+void AddSubject(TestBank &bank, const std::string &name);
+
 // Whether the level can give questions: operations for Arithmetic, a stored
 // question for any other subject.
 bool LevelHasQuestions(const TestBank &bank, int subject, int level);

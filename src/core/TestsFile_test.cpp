@@ -72,14 +72,9 @@ TestBank GrownBank()
 {
     TestBank bank = DefaultTestBank();
     for (const char *name : {"Zo\u00EB", "\u00C5ngstr\u00F6m \u20AC"}) {
-        bank.Subjects.push_back({name, false});
-        bank.QuestionBank.emplace_back();
-        SubjectLimits limits;
-        limits.LastQuestion.fill(-1);
-        limits.Seconds = 999;
-        bank.Limits.push_back(limits);
+        AddSubject(bank, name);
+        bank.Limits.back().Seconds = 999;
     }
-    bank.SubjectMax = 7;
     ResizeQuestionSlots(bank, 20);
     bank.QuestionBank[6].Items[12][20] = {"Caf\u00E9?", "\u00BD", "\u00BE", "", "x"};
     bank.Limits[6].LastQuestion[12] = 20;

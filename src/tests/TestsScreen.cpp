@@ -247,23 +247,9 @@ void TestsScreen::cmdAddSubject_Click()
 
     WaitCursor wait;
     TestBank &bank = m_session.bank;
-    bank.SubjectMax += 1;
-    bank.Subjects.push_back(Subject{SubjectName(answer), false});
+    AddSubject(bank, SubjectName(answer));
     m_session.records.CurrentSubject = bank.SubjectMax;
-
     AddSubjectResults(m_session.records, bank.SubjectMax);
-
-    // A new subject starts with one empty question at level K, so that it keeps
-    // the rule that every subject has at least one question.
-    SubjectLimits limits;
-    limits.LastQuestion.fill(-1);
-    limits.LastQuestion[0] = 0;
-    limits.Seconds = DefaultSeconds;
-    bank.Limits.push_back(limits);
-    SubjectQuestions questions;
-    for (std::vector<Question> &level : questions.Items)
-        level.resize(static_cast<std::size_t>(bank.QuestionMax) + 1);
-    bank.QuestionBank.push_back(std::move(questions));
 
     DoSaveAndPopulate();
 }
