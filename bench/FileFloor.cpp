@@ -5,10 +5,14 @@
 #include <fcntl.h>
 #include <memory>
 #include <stdexcept>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
+
+// The loader's own threshold: below it, huge pages cost more than they save.
+constexpr std::size_t HugePageWorthBytes = 4 * 1024 * 1024;
 
 [[noreturn]] void Fail(const std::string &what, const std::filesystem::path &path)
 {
@@ -31,9 +35,22 @@ std::size_t ReadFloor(const std::filesystem::path &path)
     if (fd.get() < 0)
         Fail("cannot open", path);
     const std::size_t size = FileSize(fd.get(), path);
-    // Not zero-filled: the floor pays only for the pages the read itself fills.
-    const std::unique_ptr<char[]> buffer(new char[size]);
-    const ssize_t got = ::read(fd.get(), buffer.get(), size);
+    // Not zero-filled: the floor pays only for the pages the read fills. A large
+    // file goes to memory backed by huge pages where the system offers them, as
+    // the loader's does; a small one to the heap, whose pages are used again.
+    ssize_t got = 0;
+    if (size >= HugePageWorthBytes) {
+        void *buffer =
+            ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (buffer == MAP_FAILED)
+            Fail("no memory to read", path);
+        ::madvise(buffer, size, MADV_HUGEPAGE);
+        got = ::read(fd.get(), buffer, size);
+        ::munmap(buffer, size);
+    } else {
+        const std::unique_ptr<char[]> buffer(new char[size]);
+        got = ::read(fd.get(), buffer.get(), size);
+    }
     if (got < 0 || static_cast<std::size_t>(got) != size)
         Fail("short read of", path);
     return static_cast<std::size_t>(got);
@@ -58,7 +75,7 @@ void WriteFloor(const std::filesystem::path &target, std::string_view bytes)
         ::fsync(dir.get());
 }
 
-std::string FileBytes(const std::filesystem::path &path)
+std::string WholeFile(const std::filesystem::path &path)
 {
     UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (fd.get() < 0)

@@ -17,4 +17,4 @@ std::size_t ReadFloor(const std::filesystem::path &path);
 void WriteFloor(const std::filesystem::path &target, std::string_view bytes);
 
 // The whole content of a file (for handing the same bytes to WriteFloor).
-std::string FileBytes(const std::filesystem::path &path);
+std::string WholeFile(const std::filesystem::path &path);

@@ -123,7 +123,8 @@ TestBank MakeLargeTestBank(const LargeDataSetSize &size)
         limits.Seconds = 30 * draw.between(1, 4);
         for (int level = 0; level < LevelCount; ++level) {
             limits.LastQuestion[level] = size.questionsPerLevel - 1;
-            for (Question &question : bank.QuestionBank[static_cast<std::size_t>(s)].Items[level]) {
+            for (Question &question :
+                 bank.QuestionBank[static_cast<std::size_t>(s)].Items()[level]) {
                 for (std::string *field : {&question.Text, &question.Answer, &question.Wrong1,
                                            &question.Wrong2, &question.Wrong3})
                     *field = Sentence(draw, draw.between(size.shortestText, size.longestText));

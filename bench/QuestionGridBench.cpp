@@ -71,7 +71,7 @@ void UndoAdd(TestBank &bank, int32_t questionMax, int32_t lastQuestion, int leve
     bank.Limits[SubjectEdited].LastQuestion[level] = lastQuestion;
     ResizeQuestionSlots(bank, questionMax);
     for (SubjectQuestions &subject : bank.QuestionBank)
-        for (std::vector<Question> &questions : subject.Items)
+        for (std::vector<Question> &questions : subject.Items())
             questions.shrink_to_fit();
 }
 

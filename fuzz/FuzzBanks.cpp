@@ -23,7 +23,7 @@ TestBank GrownBank()
         bank.Limits.back().Seconds = 45;
     }
     ResizeQuestionSlots(bank, 12);
-    bank.QuestionBank[7].Items[3][12] = {"Caf\u00E9?", "oui", "non", "\u00BF", ""};
+    bank.QuestionBank[7].Items()[3][12] = {"Caf\u00E9?", "oui", "non", "\u00BF", ""};
     bank.Limits[7].LastQuestion[3] = 12;
     return bank;
 }

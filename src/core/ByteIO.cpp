@@ -111,6 +111,32 @@ std::string ByteReader::text()
     return Cp1252ToUtf8(take(count));
 }
 
+std::string_view ByteReader::textsInPlace(std::size_t count)
+{
+    if (m_source) {
+        throw std::logic_error("textsInPlace needs the bytes in memory");
+    }
+    // One pass over the counts, with no text copied: this is how a large bank
+    // is checked on loading, so it is kept to a few instructions a text.
+    const auto *bytes = reinterpret_cast<const unsigned char *>(m_bytes.data());
+    const std::size_t end = m_bytes.size();
+    std::size_t pos = m_pos;
+    for (std::size_t i = 0; i < count; ++i) {
+        const bool countFits = end - pos >= 2;
+        const std::size_t length =
+            countFits ? bytes[pos] | (static_cast<std::size_t>(bytes[pos + 1]) << 8) : 0;
+        if (!countFits || end - pos - 2 < length) {
+            // Read the text that does not fit the ordinary way, for the usual error.
+            m_pos = pos;
+            take(uint16());
+        }
+        pos += 2 + length;
+    }
+    const std::string_view texts = m_bytes.substr(m_pos, pos - m_pos);
+    m_pos = pos;
+    return texts;
+}
+
 void ByteReader::failAt(std::size_t offset, const std::string &cause) const
 {
     throw ReadError(offset, cause);
@@ -180,6 +206,17 @@ void ByteWriter::int32(int32_t value)
 void ByteWriter::bool16(bool value)
 {
     int16(value ? -1 : 0);
+}
+
+void ByteWriter::raw(std::string_view bytes)
+{
+    if (m_sink && bytes.size() >= m_pieceBytes) {
+        finish();
+        m_sink(bytes);
+        return;
+    }
+    m_bytes.append(bytes);
+    passFullPiece();
 }
 
 void ByteWriter::AppendText(std::string_view utf8)

@@ -51,6 +51,9 @@ public:
     bool bool16();
     // A 16-bit byte count and that many Windows-1252 bytes, returned as UTF-8.
     std::string text();
+    // Checks that count texts follow and returns their bytes, counts and all,
+    // unconverted. Only on a reader of bytes in memory, which the result points into.
+    std::string_view textsInPlace(std::size_t count);
 
     std::size_t offset() const { return m_start + m_pos; }
     std::size_t remaining() const { return m_size - offset(); }
@@ -89,6 +92,8 @@ public:
     void int32(int32_t value);
     // True is written as -1, as the files have always held it.
     void bool16(bool value);
+    // Bytes already in the files' form, written as they are.
+    void raw(std::string_view bytes);
     // Throws TextTooLong, built from describe(), when the converted text does not
     // fit; nothing of it is written then.
     template <typename Describe> void text(std::string_view utf8, Describe &&describe)

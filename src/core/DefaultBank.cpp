@@ -88,9 +88,7 @@ void BuildDefaultTests(TestBank &bank)
 
     bank.QuestionBank.assign(subjectMax + 1, SubjectQuestions{});
     for (SubjectQuestions &subject : bank.QuestionBank) {
-        for (std::vector<Question> &level : subject.Items) {
-            level.assign(questionMax + 1, Question{});
-        }
+        subject.ResizeSlots(questionMax + 1);
     }
 
     bank.Limits.assign(subjectMax + 1, SubjectLimits{});
@@ -157,7 +155,7 @@ void AddQuestion(TestBank &bank, int subject, int level, int slot, const std::st
                  const std::string &wrong3)
 {
     // at() turns a row outside the bank into an exception instead of a stray write.
-    Question &question = bank.QuestionBank.at(subject).Items.at(level).at(slot);
+    Question &question = bank.QuestionBank.at(subject).Items().at(level).at(slot);
     question.Text = text;
     question.Answer = answer;
     question.Wrong1 = wrong1;

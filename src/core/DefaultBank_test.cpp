@@ -45,12 +45,12 @@ TEST(DefaultBank, HasSixSubjectsTwelveSlotsAndThirtySeconds)
         const int32_t last = s == 0 ? -1 : (s == 1 ? 11 : 5);
         for (int level = 0; level < LevelCount; ++level) {
             EXPECT_EQ(bank.Limits[s].LastQuestion[level], last) << names[s] << " " << level;
-            EXPECT_EQ(bank.QuestionBank[s].Items[level].size(), 12u);
+            EXPECT_EQ(bank.QuestionBank[s].Items()[level].size(), 12u);
         }
     }
     // Arithmetic's slots and the slots above 5 of the six-question subjects stay empty.
-    EXPECT_EQ(bank.QuestionBank[0].Items[0][0].Answer, "");
-    EXPECT_EQ(bank.QuestionBank[3].Items[12][6].Text, "");
+    EXPECT_EQ(bank.QuestionBank[0].Items()[0][0].Answer, "");
+    EXPECT_EQ(bank.QuestionBank[3].Items()[12][6].Text, "");
 }
 
 TEST(DefaultBank, ArithmeticTableHoldsTheDefaultRangesAndOperations)
@@ -98,7 +98,7 @@ TEST(DefaultBank, RevertingAllDropsAddedSubjectsAndGrownSlots)
     bank.Limits.push_back({});
     bank.SubjectMax = 6;
     ResizeQuestionSlots(bank, 20);
-    bank.QuestionBank[2].Items[0][15].Text = "mine";
+    bank.QuestionBank[2].Items()[0][15].Text = "mine";
     bank.Subjects[1].AdjacentLevels = false;
 
     BuildDefaultTests(bank);
@@ -107,7 +107,7 @@ TEST(DefaultBank, RevertingAllDropsAddedSubjectsAndGrownSlots)
     EXPECT_EQ(bank.QuestionBank.size(), 6u);
     EXPECT_EQ(bank.Limits.size(), 6u);
     EXPECT_EQ(bank.QuestionMax, 11);
-    EXPECT_EQ(bank.QuestionBank[2].Items[0].size(), 12u);
+    EXPECT_EQ(bank.QuestionBank[2].Items()[0].size(), 12u);
     EXPECT_TRUE(bank.Subjects[1].AdjacentLevels);
 }
 
@@ -116,7 +116,7 @@ TEST(DefaultBank, RevertingOneSubjectKeepsUserSlotsBeyondTheDefaults)
     const TestBank fresh = DefaultTestBank();
     TestBank bank = DefaultTestBank();
     constexpr int history = 3;
-    std::vector<Question> &level3 = bank.QuestionBank[history].Items[3];
+    std::vector<Question> &level3 = bank.QuestionBank[history].Items()[3];
     for (int slot = 6; slot <= 9; ++slot) {
         level3[slot] = {"q" + std::to_string(slot), "a", "b", "c", "d"};
     }
@@ -124,19 +124,19 @@ TEST(DefaultBank, RevertingOneSubjectKeepsUserSlotsBeyondTheDefaults)
     bank.Limits[history].LastQuestion[3] = 9;
     bank.Limits[history].Seconds = 45;
     bank.Subjects[history].AdjacentLevels = false;
-    bank.QuestionBank[2].Items[3][0].Text = "Geography stays";
+    bank.QuestionBank[2].Items()[3][0].Text = "Geography stays";
 
     DefaultHistory(bank);
     EXPECT_EQ(bank.Limits[history].LastQuestion[3], 5);
     EXPECT_EQ(bank.Limits[history].Seconds, 30);
     for (int slot = 0; slot <= 5; ++slot) {
-        EXPECT_TRUE(SameQuestion(level3[slot], fresh.QuestionBank[history].Items[3][slot]));
+        EXPECT_TRUE(SameQuestion(level3[slot], fresh.QuestionBank[history].Items()[3][slot]));
     }
     for (int slot = 6; slot <= 9; ++slot) {
         EXPECT_EQ(level3[slot].Text, "q" + std::to_string(slot));
     }
     EXPECT_FALSE(bank.Subjects[history].AdjacentLevels);
-    EXPECT_EQ(bank.QuestionBank[2].Items[3][0].Text, "Geography stays");
+    EXPECT_EQ(bank.QuestionBank[2].Items()[3][0].Text, "Geography stays");
 
     // Spelling fills all twelve slots; a bank read with fewer slots grows to hold them.
     ResizeQuestionSlots(bank, 3);
@@ -144,8 +144,8 @@ TEST(DefaultBank, RevertingOneSubjectKeepsUserSlotsBeyondTheDefaults)
     EXPECT_EQ(bank.QuestionMax, 11);
     EXPECT_EQ(bank.Limits[1].LastQuestion[12], 11);
     EXPECT_TRUE(
-        SameQuestion(bank.QuestionBank[1].Items[12][11], fresh.QuestionBank[1].Items[12][11]));
-    EXPECT_EQ(bank.QuestionBank[history].Items[3][6].Text, "");
+        SameQuestion(bank.QuestionBank[1].Items()[12][11], fresh.QuestionBank[1].Items()[12][11]));
+    EXPECT_EQ(bank.QuestionBank[history].Items()[3][6].Text, "");
 }
 
 TEST(DefaultBank, RevertingArithmeticLeavesTheOtherSubjectsAlone)
@@ -159,7 +159,7 @@ TEST(DefaultBank, RevertingArithmeticLeavesTheOtherSubjectsAlone)
     bank.Limits[0].Seconds = 120;
     bank.Subjects[0].AdjacentLevels = true;
     bank.Limits[1].Seconds = 60;
-    bank.QuestionBank[1].Items[0][0].Answer = "kitten";
+    bank.QuestionBank[1].Items()[0][0].Answer = "kitten";
 
     DefaultArithmetic(bank);
     EXPECT_EQ(bank.ArithOps, fresh.ArithOps);
@@ -169,7 +169,7 @@ TEST(DefaultBank, RevertingArithmeticLeavesTheOtherSubjectsAlone)
     EXPECT_EQ(bank.Limits[0].Seconds, 30);
     EXPECT_TRUE(bank.Subjects[0].AdjacentLevels);
     EXPECT_EQ(bank.Limits[1].Seconds, 60);
-    EXPECT_EQ(bank.QuestionBank[1].Items[0][0].Answer, "kitten");
+    EXPECT_EQ(bank.QuestionBank[1].Items()[0][0].Answer, "kitten");
 }
 
 TEST(TestBank, LevelsAndOperationsHaveTheirNamesAndContent)

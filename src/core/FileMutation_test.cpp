@@ -34,7 +34,7 @@ TestBank GrownBank()
     }
     ResizeQuestionSlots(bank, 13);
     for (int slot = 0; slot <= 13; ++slot) {
-        bank.QuestionBank[6].Items[slot % LevelCount][slot] = {
+        bank.QuestionBank[6].Items()[slot % LevelCount][slot] = {
             "Caf\u00E9 " + std::to_string(slot) + "?", "oui", "non", "\u00BF", ""};
     }
     bank.Limits[6].LastQuestion[0] = 13;
@@ -272,6 +272,10 @@ bool CheckTests(const std::string &bytes)
         EXPECT_EQ(bank.Subjects.size(), 1u);
         EXPECT_EQ(bank.Subjects[0].Name, "untouched");
         return false;
+    }
+    // Decoded, the questions are encoded anew rather than copied as they were read.
+    for (const SubjectQuestions &questions : bank.QuestionBank) {
+        questions.Items();
     }
     std::string saved;
     EXPECT_FALSE(EncodeTestsFile(bank, TestsPath, saved));

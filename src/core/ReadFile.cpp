@@ -5,6 +5,8 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <new>
+#include <sys/mman.h>
 #include <sys/stat.h>
 
 namespace {
@@ -44,5 +46,51 @@ std::size_t FileReader::read(char *into, std::size_t capacity)
         if (errno != EINTR) {
             throw FileReadFailed(std::strerror(errno));
         }
+    }
+}
+
+namespace {
+
+// Below this, ordinary pages are as quick and huge pages would waste memory.
+constexpr std::size_t HugePageWorthBytes = 4 * 1024 * 1024;
+
+} // namespace
+
+FileBytes::FileBytes(FileReader &file) : m_capacity(file.size())
+{
+    if (m_capacity == 0) {
+        return;
+    }
+    m_memory =
+        ::mmap(nullptr, m_capacity, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (m_memory == MAP_FAILED) {
+        m_memory = nullptr;
+        throw std::bad_alloc();
+    }
+#ifdef MADV_HUGEPAGE
+    if (m_capacity >= HugePageWorthBytes) {
+        // Only advice: without huge pages the read is slower, never wrong.
+        ::madvise(m_memory, m_capacity, MADV_HUGEPAGE);
+    }
+#endif
+    try {
+        auto *into = static_cast<char *>(m_memory);
+        while (m_size < m_capacity) {
+            const std::size_t got = file.read(into + m_size, m_capacity - m_size);
+            if (got == 0) {
+                break;
+            }
+            m_size += got;
+        }
+    } catch (...) {
+        ::munmap(m_memory, m_capacity);
+        throw;
+    }
+}
+
+FileBytes::~FileBytes()
+{
+    if (m_memory) {
+        ::munmap(m_memory, m_capacity);
     }
 }

@@ -1,5 +1,5 @@
-// Reading a data file in pieces, for loaders that decode as they read, telling
-// a missing file apart from one that exists but cannot be read.
+// Reading a data file, in pieces or whole, telling a missing file apart from
+// one that exists but cannot be read.
 #pragma once
 
 #include "core/FileError.h"
@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
+#include <string_view>
 
 // A read that failed part-way through a file read in pieces.
 class FileReadFailed : public std::runtime_error {
@@ -31,5 +32,25 @@ private:
     UniqueFd m_fd;
     bool m_missing = false;
     std::optional<FileError> m_error;
+    std::size_t m_size = 0;
+};
+
+// The rest of a file, read whole into memory of its own. Large files get memory
+// the system may back with huge pages, so that a new process fills 100 MB with
+// a few dozen page faults rather than tens of thousands.
+class FileBytes {
+public:
+    // Reads up to the size the file had when it was opened; throws FileReadFailed.
+    explicit FileBytes(FileReader &file);
+    ~FileBytes();
+    FileBytes(const FileBytes &) = delete;
+    FileBytes &operator=(const FileBytes &) = delete;
+
+    // Shorter than the file's size when the file shrank while it was read.
+    std::string_view view() const { return {static_cast<const char *>(m_memory), m_size}; }
+
+private:
+    void *m_memory = nullptr;
+    std::size_t m_capacity = 0;
     std::size_t m_size = 0;
 };

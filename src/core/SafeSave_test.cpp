@@ -32,8 +32,8 @@ TestBank LargeBank(int32_t questionMax, const std::string &tag)
             for (int32_t slot = 0; slot <= questionMax; ++slot) {
                 const std::string id = tag + " " + std::to_string(s) + "." + std::to_string(level) +
                                        "." + std::to_string(slot);
-                bank.QuestionBank[s].Items[level][slot] = {"Which is " + id + "?", id, "not " + id,
-                                                           "", "never " + tag};
+                bank.QuestionBank[s].Items()[level][slot] = {"Which is " + id + "?", id,
+                                                             "not " + id, "", "never " + tag};
             }
             bank.Limits[s].LastQuestion[level] = questionMax;
         }

@@ -1,5 +1,7 @@
 #include "core/TestBank.h"
 
+#include "core/QuestionRecords.h"
+
 #include <utility>
 
 int OperationIndex(char symbol)
@@ -17,13 +19,60 @@ std::string LevelText(int level)
     return level == 0 ? std::string("K") : std::to_string(level);
 }
 
+SubjectQuestions::SubjectQuestions(StoredQuestions stored)
+    : m_stored(std::move(stored)), m_storedSlotCount(m_stored->slotCount)
+{
+}
+
+LevelQuestions &SubjectQuestions::Items()
+{
+    decode();
+    return m_items;
+}
+
+// Decoding on first use changes nothing a caller can see, hence const; the
+// program reads its bank from one thread only.
+const LevelQuestions &SubjectQuestions::Items() const
+{
+    decode();
+    return m_items;
+}
+
+std::size_t SubjectQuestions::SlotCount() const
+{
+    return m_stored ? m_storedSlotCount : m_items[0].size();
+}
+
+void SubjectQuestions::ResizeSlots(std::size_t count)
+{
+    // Growing stored questions only adds empty slots, which need no decoding:
+    // a bank whose every subject grows by one slot stays quick to change.
+    if (m_stored && count >= m_stored->slotCount) {
+        m_storedSlotCount = count;
+        return;
+    }
+    for (std::vector<Question> &level : Items()) {
+        level.resize(count);
+    }
+}
+
+void SubjectQuestions::decode() const
+{
+    if (!m_stored) {
+        return;
+    }
+    DecodeQuestionRecords(m_stored->records, m_stored->slotCount, m_items);
+    for (std::vector<Question> &level : m_items) {
+        level.resize(m_storedSlotCount);
+    }
+    m_stored.reset();
+}
+
 void ResizeQuestionSlots(TestBank &bank, int32_t questionMax)
 {
     const auto slots = static_cast<std::size_t>(questionMax < 0 ? 0 : questionMax + 1);
     for (SubjectQuestions &subject : bank.QuestionBank) {
-        for (std::vector<Question> &level : subject.Items) {
-            level.resize(slots);
-        }
+        subject.ResizeSlots(slots);
     }
     bank.QuestionMax = questionMax;
 }
@@ -38,9 +87,7 @@ void AddSubject(TestBank &bank, const std::string &name)
     limits.Seconds = DefaultSeconds;
     bank.Limits.push_back(limits);
     SubjectQuestions questions;
-    for (std::vector<Question> &level : questions.Items) {
-        level.resize(static_cast<std::size_t>(bank.QuestionMax) + 1);
-    }
+    questions.ResizeSlots(static_cast<std::size_t>(bank.QuestionMax) + 1);
     bank.QuestionBank.push_back(std::move(questions));
 }
 

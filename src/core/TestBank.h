@@ -3,8 +3,12 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // Thirteen levels exist everywhere: 0 is kindergarten ("K"), then 1..12.
@@ -44,9 +48,47 @@ struct Question {
     std::string Wrong3;
 };
 
-struct SubjectQuestions {
-    // Items[level][slot], every subject with slots 0..QuestionMax.
-    std::array<std::vector<Question>, LevelCount> Items;
+// [level][slot]
+using LevelQuestions = std::array<std::vector<Question>, LevelCount>;
+
+// One subject's question records as the Tests file holds them (slot by slot,
+// level fastest, five texts each), checked when the file was read, with what
+// keeps their bytes alive.
+struct StoredQuestions {
+    std::shared_ptr<const void> owner;
+    std::string_view records;
+    std::size_t slotCount = 0;
+};
+
+// One subject's questions. Loaded from the Tests file they stay in the file's
+// form until something first asks for them: a large bank loads in the time it
+// takes to read it, and a subject nobody opens is never decoded.
+class SubjectQuestions {
+public:
+    SubjectQuestions() = default;
+    explicit SubjectQuestions(StoredQuestions stored);
+
+    // Items()[level][slot], every subject with slots 0..QuestionMax. The first
+    // call decodes stored questions.
+    LevelQuestions &Items();
+    const LevelQuestions &Items() const;
+
+    // The number of slots at every level, without decoding.
+    std::size_t SlotCount() const;
+    // Grows or shrinks every level to this many slots; new slots are empty.
+    void ResizeSlots(std::size_t count);
+
+    // The records still in the file's form, so that a save can copy them as they
+    // are, or nullptr once decoded. Slots past stored->slotCount, up to SlotCount(),
+    // are empty.
+    const StoredQuestions *Stored() const { return m_stored ? &*m_stored : nullptr; }
+
+private:
+    void decode() const;
+
+    mutable LevelQuestions m_items;
+    mutable std::optional<StoredQuestions> m_stored;
+    std::size_t m_storedSlotCount = 0; // SlotCount() while stored
 };
 
 struct SubjectLimits {

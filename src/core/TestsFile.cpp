@@ -3,8 +3,10 @@
 #include "core/AtomicFile.h"
 #include "core/ByteIO.h"
 #include "core/DefaultBank.h"
+#include "core/QuestionRecords.h"
 #include "core/ReadFile.h"
 
+#include <memory>
 #include <string>
 
 namespace {
@@ -14,8 +16,6 @@ constexpr int32_t MinSubjectMax = FirstAddedSubject - 1;
 
 // The least a record can take in the file: empty texts, nothing else optional.
 constexpr std::size_t MinSubjectBytes = 2 + 2;
-constexpr std::size_t ItemsDescriptorBytes = 2 + 4 * 4;
-constexpr std::size_t MinQuestionBytes = 5 * 2;
 constexpr std::size_t LimitsBytes = (LevelCount + 1) * 4;
 constexpr std::size_t RangeTableBytes = RangeRowCount * OperationCount * 4;
 constexpr std::size_t MinTailBytes = 4 * RangeTableBytes + LevelCount * 2 + LevelCount * 2 * 2;
@@ -26,6 +26,20 @@ std::string Quoted(const std::string &text)
 }
 
 // --- Writing ---
+
+// Every level with exactly this many slots.
+bool HasSlots(const SubjectQuestions &questions, std::size_t slots)
+{
+    if (questions.Stored()) {
+        return questions.SlotCount() == slots;
+    }
+    for (const std::vector<Question> &level : questions.Items()) {
+        if (level.size() != slots) {
+            return false;
+        }
+    }
+    return true;
+}
 
 std::optional<std::string> InconsistencyIn(const TestBank &bank)
 {
@@ -38,12 +52,11 @@ std::optional<std::string> InconsistencyIn(const TestBank &bank)
         return "QuestionMax is " + std::to_string(bank.QuestionMax);
     }
     for (std::size_t s = 0; s < subjects; ++s) {
+        if (!HasSlots(bank.QuestionBank[s], static_cast<std::size_t>(bank.QuestionMax) + 1)) {
+            return "the questions of subject " + Quoted(bank.Subjects[s].Name) +
+                   " do not agree with QuestionMax";
+        }
         for (int level = 0; level < LevelCount; ++level) {
-            if (bank.QuestionBank[s].Items[level].size() !=
-                static_cast<std::size_t>(bank.QuestionMax) + 1) {
-                return "the questions of subject " + Quoted(bank.Subjects[s].Name) +
-                       " do not agree with QuestionMax";
-            }
             const int32_t last = bank.Limits[s].LastQuestion[level];
             if (last < -1 || last > bank.QuestionMax) {
                 return "the last question of subject " + Quoted(bank.Subjects[s].Name) +
@@ -67,22 +80,6 @@ void WriteRangeTable(ByteWriter &out, const RangeTable &table)
     }
 }
 
-void WriteQuestion(ByteWriter &out, const Question &question, const Subject &subject, int level,
-                   int slot)
-{
-    const auto describe = [&](const char *field) {
-        return [&subject, level, slot, field] {
-            return std::string("the ") + field + " of question " + std::to_string(slot + 1) +
-                   " at level " + LevelText(level) + " of subject " + Quoted(subject.Name);
-        };
-    };
-    out.text(question.Text, describe("text"));
-    out.text(question.Answer, describe("answer"));
-    out.text(question.Wrong1, describe("first wrong answer"));
-    out.text(question.Wrong2, describe("second wrong answer"));
-    out.text(question.Wrong3, describe("third wrong answer"));
-}
-
 // The file's size, or a little more when a text holds characters beyond ASCII
 // (UTF-8 takes more bytes than the file's code page). Reserving it spares a large
 // bank the copies of a buffer that doubles as it grows.
@@ -93,13 +90,7 @@ std::size_t EncodedSizeAtMost(const TestBank &bank)
         bytes += MinSubjectBytes + subject.Name.size();
     }
     for (const SubjectQuestions &questions : bank.QuestionBank) {
-        bytes += ItemsDescriptorBytes;
-        for (const std::vector<Question> &level : questions.Items) {
-            for (const Question &question : level) {
-                bytes += MinQuestionBytes + question.Text.size() + question.Answer.size() +
-                         question.Wrong1.size() + question.Wrong2.size() + question.Wrong3.size();
-            }
-        }
+        bytes += SubjectQuestionsBytesAtMost(questions);
     }
     bytes += bank.Limits.size() * LimitsBytes;
     for (const std::string &ops : bank.ArithOps) {
@@ -118,18 +109,7 @@ void EncodeTests(const TestBank &bank, ByteWriter &out)
 
     out.int32(bank.QuestionMax);
     for (std::size_t s = 0; s < bank.QuestionBank.size(); ++s) {
-        // Dimensions slowest first: question index, then level.
-        out.int16(2);
-        out.int32(bank.QuestionMax + 1);
-        out.int32(0);
-        out.int32(LevelCount);
-        out.int32(0);
-        const SubjectQuestions &questions = bank.QuestionBank[s];
-        for (int slot = 0; slot <= bank.QuestionMax; ++slot) {
-            for (int level = 0; level < LevelCount; ++level) {
-                WriteQuestion(out, questions.Items[level][slot], bank.Subjects[s], level, slot);
-            }
-        }
+        WriteSubjectQuestions(out, bank.QuestionBank[s], bank.QuestionMax, bank.Subjects[s].Name);
     }
 
     for (const SubjectLimits &limits : bank.Limits) {
@@ -197,42 +177,6 @@ int32_t ReadQuestionMax(ByteReader &in, int32_t subjectMax)
     return questionMax;
 }
 
-void ExpectValue(ByteReader &in, const char *what, int32_t expected, int32_t actual, std::size_t at)
-{
-    if (actual != expected) {
-        in.failAt(at, std::string("the question table's ") + what + " is " +
-                          std::to_string(actual) + " instead of " + std::to_string(expected));
-    }
-}
-
-void ReadItems(ByteReader &in, SubjectQuestions &questions, int32_t questionMax)
-{
-    std::size_t at = in.offset();
-    ExpectValue(in, "number of dimensions", 2, in.int16(), at);
-    at = in.offset();
-    ExpectValue(in, "number of question slots", questionMax + 1, in.int32(), at);
-    at = in.offset();
-    ExpectValue(in, "lowest question slot", 0, in.int32(), at);
-    at = in.offset();
-    ExpectValue(in, "number of levels", LevelCount, in.int32(), at);
-    at = in.offset();
-    ExpectValue(in, "lowest level", 0, in.int32(), at);
-
-    for (std::vector<Question> &level : questions.Items) {
-        level.resize(static_cast<std::size_t>(questionMax) + 1);
-    }
-    for (int slot = 0; slot <= questionMax; ++slot) {
-        for (int level = 0; level < LevelCount; ++level) {
-            Question &question = questions.Items[level][slot];
-            question.Text = in.text();
-            question.Answer = in.text();
-            question.Wrong1 = in.text();
-            question.Wrong2 = in.text();
-            question.Wrong3 = in.text();
-        }
-    }
-}
-
 void ReadLimits(ByteReader &in, SubjectLimits &limits, int32_t questionMax)
 {
     for (int level = 0; level < LevelCount; ++level) {
@@ -262,7 +206,8 @@ void ReadRangeTable(ByteReader &in, RangeTable &table)
     }
 }
 
-TestBank DecodeTests(ByteReader &in)
+// owner keeps the bytes that in reads alive for as long as the bank needs them.
+TestBank DecodeTests(ByteReader &in, const std::shared_ptr<const void> &owner)
 {
     TestBank bank;
     bank.SubjectMax = ReadSubjectMax(in);
@@ -274,9 +219,9 @@ TestBank DecodeTests(ByteReader &in)
     }
 
     bank.QuestionMax = ReadQuestionMax(in, bank.SubjectMax);
-    bank.QuestionBank.resize(subjects);
-    for (SubjectQuestions &questions : bank.QuestionBank) {
-        ReadItems(in, questions, bank.QuestionMax);
+    bank.QuestionBank.reserve(subjects);
+    for (std::size_t s = 0; s < subjects; ++s) {
+        bank.QuestionBank.push_back(ReadSubjectQuestions(in, bank.QuestionMax, owner));
     }
 
     bank.Limits.resize(subjects);
@@ -329,10 +274,12 @@ std::optional<FileError> EncodeTestsFile(const TestBank &bank, const std::filesy
 
 namespace {
 
-LoadResult DecodeFrom(ByteReader &in, TestBank &bank, const std::filesystem::path &path)
+LoadResult DecodeFrom(std::string_view bytes, const std::shared_ptr<const void> &owner,
+                      TestBank &bank, const std::filesystem::path &path)
 {
     try {
-        bank = DecodeTests(in);
+        ByteReader in(bytes);
+        bank = DecodeTests(in, owner);
     } catch (const ReadError &damage) {
         return {LoadResult::Status::Failed,
                 FileError{FileError::Kind::Damaged, path.string(), damage.what(), damage.offset()}};
@@ -345,8 +292,9 @@ LoadResult DecodeFrom(ByteReader &in, TestBank &bank, const std::filesystem::pat
 LoadResult DecodeTestsFile(TestBank &bank, std::string_view bytes,
                            const std::filesystem::path &path)
 {
-    ByteReader in(bytes);
-    return DecodeFrom(in, bank, path);
+    // The bank keeps questions in the file's form, so it needs bytes of its own.
+    const auto copy = std::make_shared<const std::string>(bytes);
+    return DecodeFrom(*copy, copy, bank, path);
 }
 
 std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::path &path)
@@ -369,8 +317,6 @@ std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::
 
 LoadResult LoadTests(TestBank &bank, const std::filesystem::path &path)
 {
-    // Decoded as it is read: a large bank is never held twice at once, as the
-    // file's bytes and as the tables made from them.
     FileReader file(path);
     if (file.missing()) {
         BuildDefaultTests(bank);
@@ -380,10 +326,9 @@ LoadResult LoadTests(TestBank &bank, const std::filesystem::path &path)
         return {LoadResult::Status::Failed, file.error()};
     }
     try {
-        ByteReader in(file.size(), [&file](char *into, std::size_t capacity) {
-            return file.read(into, capacity);
-        });
-        return DecodeFrom(in, bank, path);
+        // Read whole, in one call: the questions stay in these bytes until asked for.
+        const auto bytes = std::make_shared<const FileBytes>(file);
+        return DecodeFrom(bytes->view(), bytes, bank, path);
     } catch (const FileReadFailed &failure) {
         return {LoadResult::Status::Failed,
                 FileError{FileError::Kind::Unreadable, path.string(), failure.what(), {}}};

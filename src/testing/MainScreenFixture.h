@@ -197,7 +197,7 @@ protected:
         const int subject = session.records.CurrentSubject;
         std::set<std::string> answers;
         for (const auto &level :
-             session.bank.QuestionBank.at(static_cast<std::size_t>(subject)).Items)
+             session.bank.QuestionBank.at(static_cast<std::size_t>(subject)).Items())
             for (const Question &stored : level) {
                 const std::string asked = subject != SpellingSubject ? stored.Text + "?"
                                           : stored.Text.empty()      ? std::string()

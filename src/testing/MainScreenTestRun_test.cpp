@@ -235,8 +235,8 @@ TEST_F(MainScreenTest, AnswerButtonsTakeArrowKeysShowTheChoiceAndAreReadAsTheirA
         bank.Subjects[Geography].AdjacentLevels = false;
         bank.Limits[Geography].LastQuestion.fill(-1);
         bank.Limits[Geography].LastQuestion[0] = 0;
-        bank.QuestionBank[Geography].Items[0][0] = {"Which are rivers", "Tigris & Euphrates",
-                                                    "Alps", "Sahara", "Gobi"};
+        bank.QuestionBank[Geography].Items()[0][0] = {"Which are rivers", "Tigris & Euphrates",
+                                                      "Alps", "Sahara", "Gobi"};
     });
     startUp();
     combo("cmbSubject")->setCurrentIndex(Geography);

@@ -31,8 +31,8 @@ void SetQuestions(TestBank &bank, int subject, int level, int count)
 {
     for (int slot = 0; slot < count; ++slot) {
         const std::string id = std::to_string(level) + "." + std::to_string(slot);
-        bank.QuestionBank[subject].Items[level][slot] = {"Q" + id, "A" + id, "B" + id, "C" + id,
-                                                         "D" + id};
+        bank.QuestionBank[subject].Items()[level][slot] = {"Q" + id, "A" + id, "B" + id, "C" + id,
+                                                           "D" + id};
     }
     bank.Limits[subject].LastQuestion[level] = count - 1;
 }
@@ -261,7 +261,7 @@ TEST(MultipleChoiceQuestions,
 
     // Damaged counts: LastQuestion beyond the slots held, a level without even slot 0.
     bank.Limits[2].LastQuestion[5] = 1000;
-    bank.QuestionBank[2].Items[6].clear();
+    bank.QuestionBank[2].Items()[6].clear();
     bank.Limits[2].LastQuestion[6] = 3;
     for (int i = 0; i < 20; ++i) {
         EXPECT_LE(sequence.NextMultipleChoice(bank, 2, 5, random, positions).question, 4);

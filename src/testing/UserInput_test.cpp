@@ -89,10 +89,10 @@ TEST_F(MainScreenTest, AmpersandsAndMarkupShowAsTyped)
         limits.Seconds = 30;
         bank.Limits.push_back(limits);
         SubjectQuestions questions;
-        for (std::vector<Question> &level : questions.Items)
+        for (std::vector<Question> &level : questions.Items())
             level.resize(static_cast<std::size_t>(bank.QuestionMax) + 1);
-        questions.Items[0][0] = {"Is 3 < 4 & 5 > 2", answers[0], answers[1], answers[2],
-                                 answers[3]};
+        questions.Items()[0][0] = {"Is 3 < 4 & 5 > 2", answers[0], answers[1], answers[2],
+                                   answers[3]};
         bank.QuestionBank.push_back(questions);
     });
     StudentRecords roster;

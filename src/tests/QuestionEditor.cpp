@@ -219,7 +219,7 @@ void QuestionEditor::DoDeleteQuestion()
         return;
     const int level = m_model->levelOf(row);
     const int slot = m_model->slotOf(row);
-    std::vector<Question> &items = m_session.bank.QuestionBank[m_model->subject()].Items[level];
+    std::vector<Question> &items = m_session.bank.QuestionBank[m_model->subject()].Items()[level];
     int32_t &last = m_session.bank.Limits[m_model->subject()].LastQuestion[level];
     for (int j = slot; j < last; ++j)
         items[j] = std::move(items[j + 1]);
@@ -287,7 +287,7 @@ void QuestionEditor::txt_Change(int index)
     if (row < 0)
         return;
     Question &question = m_session.bank.QuestionBank[m_model->subject()]
-                             .Items[m_model->levelOf(row)][m_model->slotOf(row)];
+                             .Items()[m_model->levelOf(row)][m_model->slotOf(row)];
     QuestionField(question, index) = m_txt[index - 1]->text().toStdString();
     m_model->fieldChanged(row, index);
 }
@@ -316,7 +316,7 @@ void QuestionEditor::cmdAdd_Click()
     // The slot bound is shared, so one long level grows every subject's table.
     if (slot > bank.QuestionMax)
         ResizeQuestionSlots(bank, bank.QuestionMax + 1);
-    bank.QuestionBank[subject].Items[m_editedLevel][slot] = Question{};
+    bank.QuestionBank[subject].Items()[m_editedLevel][slot] = Question{};
     bank.Limits[subject].LastQuestion[m_editedLevel] = slot;
 
     PopulateGrid();

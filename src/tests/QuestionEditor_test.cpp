@@ -48,7 +48,7 @@ protected:
 
     const Question &question(int subject, int lvl, int slot) const
     {
-        return session.bank.QuestionBank[subject].Items[lvl][slot];
+        return session.bank.QuestionBank[subject].Items()[lvl][slot];
     }
 };
 
@@ -116,7 +116,7 @@ TEST_F(QuestionEditorTest, AddingToAFullLevelGrowsEverySubjectsSlots)
 
     EXPECT_EQ(session.bank.QuestionMax, 12);
     for (const SubjectQuestions &subject : session.bank.QuestionBank)
-        for (const auto &items : subject.Items)
+        for (const auto &items : subject.Items())
             EXPECT_EQ(items.size(), 13u);
     EXPECT_EQ(session.bank.Limits[1].LastQuestion[0], 12);
     EXPECT_EQ(rows(), 157);
@@ -233,7 +233,7 @@ TEST_F(QuestionEditorTest, ALargeSubjectIsListedEditedCellByCellAndKeptInView)
     ResizeQuestionSlots(session.bank, 999);
     for (int lvl = 0; lvl < LevelCount; ++lvl) {
         session.bank.Limits[5].LastQuestion[lvl] = 999;
-        session.bank.QuestionBank[5].Items[lvl][999].Text = "last of " + LevelText(lvl);
+        session.bank.QuestionBank[5].Items()[lvl][999].Text = "last of " + LevelText(lvl);
     }
     open(5).show();
     ASSERT_EQ(rows(), 13000);

@@ -86,7 +86,7 @@ QVariant QuestionGridModel::data(const QModelIndex &index, int role) const
         if (index.column() == LevelColumn)
             return role == Qt::DisplayRole ? QString::fromStdString(LevelText(row.level))
                                            : QVariant();
-        const Question &question = m_bank.QuestionBank[m_subject].Items[row.level][row.slot];
+        const Question &question = m_bank.QuestionBank[m_subject].Items()[row.level][row.slot];
         return QString::fromStdString(QuestionField(question, index.column()));
     }
     if (role == Qt::TextAlignmentRole && index.column() == LevelColumn)

@@ -82,7 +82,7 @@ TEST_F(TestsScreenTest, DeletingAMiddleSubjectMovesTheRestButNotTheirFlags)
     TestBank &bank = session.bank;
     for (int s = 6; s <= 8; ++s) {
         bank.Limits[s].Seconds = 100 + s;
-        bank.QuestionBank[s].Items[0][0].Text = "question of " + bank.Subjects[s].Name;
+        bank.QuestionBank[s].Items()[0][0].Text = "question of " + bank.Subjects[s].Name;
         bank.Subjects[s].AdjacentLevels = s != 7;
         session.records.Students[0].Results[s].Last[0] = static_cast<int16_t>(s);
     }
@@ -104,7 +104,7 @@ TEST_F(TestsScreenTest, DeletingAMiddleSubjectMovesTheRestButNotTheirFlags)
     ASSERT_EQ(results.size(), 8u);
     for (int s = 6; s <= 7; ++s) {
         EXPECT_EQ(bank.Limits[s].Seconds, 101 + s);
-        EXPECT_EQ(bank.QuestionBank[s].Items[0][0].Text, "question of " + bank.Subjects[s].Name);
+        EXPECT_EQ(bank.QuestionBank[s].Items()[0][0].Text, "question of " + bank.Subjects[s].Name);
         EXPECT_EQ(results[s].Last[0], s + 1);
     }
 

@@ -138,7 +138,7 @@ TEST_F(TestsUserInputTest, QuestionTextsAreStoredAsTheGridShowsThem)
     std::vector<std::vector<std::string>> inFile;
     for (int level = 0; level < LevelCount; ++level)
         for (int slot = 0; slot <= loaded.Limits[1].LastQuestion[level]; ++slot) {
-            const Question &question = loaded.QuestionBank[1].Items[level][slot];
+            const Question &question = loaded.QuestionBank[1].Items()[level][slot];
             inFile.push_back({LevelText(level), question.Text, question.Answer, question.Wrong1,
                               question.Wrong2, question.Wrong3});
         }
