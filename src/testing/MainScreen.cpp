@@ -90,6 +90,8 @@ void MainScreen::connectControls()
         watched->installEventFilter(this);
     for (QRadioButton *option : m_ui->optAnswer)
         option->installEventFilter(this);
+    // The answers are sized to the strip's width whenever it changes.
+    m_ui->answerStrip->installEventFilter(this);
     // Enter that the subject list and the level buttons leave unused reaches the panel.
     m_ui->fraStartTest->installEventFilter(this);
 }
@@ -115,6 +117,11 @@ void MainScreen::showEvent(QShowEvent *event)
 
 bool MainScreen::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == m_ui->answerStrip) {
+        if (event->type() == QEvent::Resize)
+            m_ui->fitAnswers();
+        return false;
+    }
     if (event->type() == QEvent::FocusIn) {
         if (watched == m_ui->txtNum1)
             txtNum1_GotFocus();

@@ -1,5 +1,6 @@
 #include "MainScreenPanels.h"
 
+#include "AnswerFit.h"
 #include "ui/Accessibility.h"
 #include "ui/Colours.h"
 
@@ -27,6 +28,8 @@ constexpr int CaptionPoints = 12;
 constexpr int ButtonPoints = 13;
 constexpr int ScorePoints = 20;
 constexpr int QuestionPoints = 24;
+// The least an answer is shrunk to when it is too wide for the strip.
+constexpr int SmallestAnswerPoints = 14;
 constexpr int ProblemPoints = 32;
 
 // Dark strip behind the numbers and the answer buttons, so that the white
@@ -405,8 +408,8 @@ QFrame *MainScreenPanels::buildMultiPanel()
     lblQuestion_Multi->setWordWrap(true);
     lblInstruction_Multi = namedLabel("lblInstruction_Multi", 16, false);
 
-    QFrame *strip = darkStrip();
-    auto *answers = new QVBoxLayout(strip);
+    answerStrip = darkStrip();
+    auto *answers = new QVBoxLayout(answerStrip);
     answers->setContentsMargins(20, 12, 20, 12);
     answers->setSpacing(6);
     answerButtons = new QButtonGroup(fraQuestion_Multi);
@@ -424,7 +427,9 @@ QFrame *MainScreenPanels::buildMultiPanel()
         SetTextColour(*option, Bgr::White);
         answerButtons->addButton(option, index);
         // As wide as its text, so that a click beside the text is not taken
-        // for a choice the child cannot see.
+        // for a choice the child cannot see; but never wider than the strip,
+        // however long the answer (fitAnswers sets a smaller size first).
+        option->setMinimumWidth(1);
         answers->addWidget(option, 0, Qt::AlignLeft);
         optAnswer[index] = option;
     }
@@ -434,10 +439,17 @@ QFrame *MainScreenPanels::buildMultiPanel()
     layout->setSpacing(12);
     layout->addWidget(lblQuestion_Multi);
     layout->addWidget(lblInstruction_Multi);
-    layout->addWidget(strip);
+    layout->addWidget(answerStrip);
     layout->addStretch();
     fraQuestion_Multi->hide();
     return fraQuestion_Multi;
+}
+
+void MainScreenPanels::fitAnswers()
+{
+    const QMargins margins = answerStrip->layout()->contentsMargins();
+    const int width = answerStrip->contentsRect().width() - margins.left() - margins.right();
+    FitAnswers(optAnswer, width, QuestionPoints, SmallestAnswerPoints);
 }
 
 QFrame *MainScreenPanels::buildLastAnswerPanel()

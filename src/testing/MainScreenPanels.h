@@ -63,6 +63,10 @@ struct MainScreenPanels {
     QLabel *lblInstruction_Multi = nullptr;
     std::array<QRadioButton *, 4> optAnswer{};
     QButtonGroup *answerButtons = nullptr;
+    // The dark strip that holds the answers; its width decides their size.
+    QFrame *answerStrip = nullptr;
+    // Sets the answers in the largest size at which they fit the strip.
+    void fitAnswers();
 
     QFrame *fraLastAnswer = nullptr;
     QLabel *lblLastAnswer = nullptr;

@@ -175,6 +175,7 @@ void MainScreen::ChangeQuestion()
                                .replace(QLatin1Char('&'), QStringLiteral("&&")));
             option.setAccessibleDescription(question);
         }
+        m_ui->fitAnswers();
         return;
     }
 

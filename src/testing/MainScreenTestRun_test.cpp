@@ -267,3 +267,57 @@ TEST_F(MainScreenTest, AnswerButtonsTakeArrowKeysShowTheChoiceAndAreReadAsTheirA
     EXPECT_EQ(text("lblLastQuestion_Multi0"), "The correct answer is:");
     EXPECT_EQ(ShownText(*label("lblLastQuestion_Multi1")), "Tigris & Euphrates");
 }
+
+TEST_F(MainScreenTest, LongAnswersAreSetSmallerAndNeverWidenTheWindow)
+{
+    constexpr int Geography = 2;
+    const std::string longer = "The river that flows north through Egypt to the sea";
+    saveTestsWith([&](TestBank &bank) {
+        bank.Subjects[Geography].AdjacentLevels = false;
+        bank.Limits[Geography].LastQuestion.fill(-1);
+        bank.Limits[Geography].LastQuestion[0] = 0;
+        bank.QuestionBank[Geography].Items()[0][0] = {"Which", longer, "Alps", "Sahara", "Gobi"};
+    });
+    startUp();
+    combo("cmbSubject")->setCurrentIndex(Geography);
+    const int windowWidth = screen->width();
+    const auto runTest = [&] {
+        screen->cmdStartTest_Click();
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(shown("fraQuestion_Multi"));
+    };
+    const auto shownWhole = [](const QRadioButton *answer) {
+        return answer->width() >= answer->sizeHint().width();
+    };
+
+    runTest();
+    const int points = answerButton(0)->font().pointSize();
+    EXPECT_LT(points, 24) << "set smaller than a short answer";
+    EXPECT_GE(points, 14);
+    for (int index = 0; index < 4; ++index) {
+        EXPECT_EQ(answerButton(index)->font().pointSize(), points) << "one size for all four";
+        EXPECT_TRUE(shownWhole(answerButton(index)))
+            << ShownText(*answerButton(index)).toStdString();
+    }
+    EXPECT_EQ(screen->width(), windowWidth);
+    button("cmdStop")->click();
+
+    // Too long for the smallest size: cut off at the right, the window unchanged.
+    const std::string endless = longer + ", " + longer + ", " + longer;
+    session.bank.QuestionBank[Geography].Items()[0][0].Wrong3 = endless;
+    runTest();
+    std::set<std::string> spoken;
+    for (int index = 0; index < 4; ++index) {
+        EXPECT_EQ(answerButton(index)->font().pointSize(), 14);
+        spoken.insert(SpokenName(*answerButton(index)));
+    }
+    EXPECT_TRUE(spoken.count(endless)) << "the text is kept whole";
+    EXPECT_EQ(screen->width(), windowWidth);
+    button("cmdStop")->click();
+
+    // Short answers again: back to the full size.
+    session.bank.QuestionBank[Geography].Items()[0][0] = {"Which", "Nile", "Alps", "Sahara",
+                                                          "Gobi"};
+    runTest();
+    EXPECT_EQ(answerButton(0)->font().pointSize(), 24);
+}
