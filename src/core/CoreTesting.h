@@ -1,12 +1,15 @@
 // For the tests of this library: a fresh directory removed with its contents at
-// the end of a test, whole-file helpers that speak in bytes and hex, and banks.
+// the end of a test, whole-file helpers that speak in bytes and hex, and sample
+// banks and rosters with texts outside ASCII and values at their edges.
 #pragma once
 
 #include "core/DefaultBank.h"
+#include "core/Students.h"
 
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -33,7 +36,6 @@ public:
     ScratchDir &operator=(const ScratchDir &) = delete;
 
     std::filesystem::path operator/(const std::string &name) const { return m_path / name; }
-    const std::filesystem::path &path() const { return m_path; }
 
     // Names of everything in the directory, to catch leftover temporary files.
     std::vector<std::string> entries() const
@@ -60,38 +62,28 @@ inline void WriteBytes(const std::filesystem::path &path, const std::string &byt
     // A fresh file rather than a truncated one: ext4 flushes a truncated file to
     // disk on close, which makes thousands of rewrites take a minute.
     std::filesystem::remove(path);
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::ofstream(path, std::ios::binary).write(bytes.data(), std::streamsize(bytes.size()));
 }
 
 // "FD FF 00" for the bytes FD FF 00.
 inline std::string Hex(const std::string &bytes)
 {
-    static const char digits[] = "0123456789ABCDEF";
     std::string text;
     for (const char byte : bytes) {
-        const auto value = static_cast<unsigned char>(byte);
-        if (!text.empty()) {
-            text += ' ';
-        }
-        text += digits[value >> 4];
-        text += digits[value & 0x0F];
+        char pair[4];
+        std::snprintf(pair, sizeof pair, " %02X", static_cast<unsigned char>(byte));
+        text += pair;
     }
-    return text;
+    return text.empty() ? text : text.substr(1);
 }
 
-// The bytes of a hex text; spaces and line breaks are ignored.
+// The bytes of a hex text; spaces are ignored.
 inline std::string FromHex(const std::string &hex)
 {
     std::string bytes;
-    std::string pair;
-    for (const char c : hex) {
-        if (std::isxdigit(static_cast<unsigned char>(c))) {
-            pair += c;
-            if (pair.size() == 2) {
-                bytes += static_cast<char>(std::stoi(pair, nullptr, 16));
-                pair.clear();
-            }
+    for (std::size_t i = 0; i < hex.size(); ++i) {
+        if (std::isxdigit(static_cast<unsigned char>(hex[i]))) {
+            bytes += static_cast<char>(std::stoi(hex.substr(i++, 2), nullptr, 16));
         }
     }
     return bytes;
@@ -104,20 +96,75 @@ inline TestBank DefaultTestBank()
     return bank;
 }
 
-inline bool SameQuestion(const Question &a, const Question &b)
+// Two added subjects, 21 slots, texts outside ASCII and values in every odd corner.
+inline TestBank GrownBank()
 {
-    return std::tie(a.Text, a.Answer, a.Wrong1, a.Wrong2, a.Wrong3) ==
-           std::tie(b.Text, b.Answer, b.Wrong1, b.Wrong2, b.Wrong3);
+    TestBank bank = DefaultTestBank();
+    for (const char *name : {"Zo\u00EB", "\u00C5ngstr\u00F6m \u20AC"}) {
+        AddSubject(bank, name);
+        bank.Limits.back().Seconds = 999;
+    }
+    ResizeQuestionSlots(bank, 20);
+    bank.QuestionBank[6].Items()[0][20] = {"Caf\u00E9?", "\u00BD", "\u00BE", "", "x"};
+    bank.Limits[6].LastQuestion[0] = 20;
+    bank.Limits[7].Seconds = 5;
+    bank.Subjects[7].AdjacentLevels = true;
+    bank.ArithLow1[30][3] = -7;
+    bank.ArithHigh2[13][0] = 2147483647;
+    bank.ArithOps[12] = "";
+    bank.ArithSwitch[12][SwitchBlanks] = true;
+    return bank;
+}
+
+// The default bank grown to questionMax, every slot of every stored subject filled
+// with texts that carry tag, so that two tags give two different files.
+inline TestBank LargeBank(int32_t questionMax, const std::string &tag)
+{
+    TestBank bank = DefaultTestBank();
+    ResizeQuestionSlots(bank, questionMax);
+    for (std::size_t s = SpellingSubject; s < bank.QuestionBank.size(); ++s) {
+        for (int level = 0; level < LevelCount; ++level) {
+            for (int32_t slot = 0; slot <= questionMax; ++slot) {
+                const std::string id = tag + " " + std::to_string(s) + "." + std::to_string(level) +
+                                       "." + std::to_string(slot);
+                bank.QuestionBank[s].Items()[level][slot] = {"Which is " + id + "?", id,
+                                                             "not " + id, "", "never " + tag};
+            }
+            bank.Limits[s].LastQuestion[level] = questionMax;
+        }
+    }
+    return bank;
+}
+
+// Five students with results for subjects 0..subjectMax: names outside ASCII, one
+// with blanks around it, one empty, and scores at both ends of their range.
+inline StudentRecords Roster(int32_t subjectMax)
+{
+    StudentRecords records;
+    records.ShowByStudent = false;
+    records.CurrentSubject = 4;
+    for (const char *name : {"Zo\u00EB", " \u00C5ngstr\u00F6m ", "", "\u20AC\u2122", "Ann"}) {
+        records.Students.push_back(NewStudent(subjectMax));
+        records.Students.back().Name = name;
+    }
+    records.Students[1].Level = 12;
+    records.Students[3].Current = true;
+    records.Students[2].Results[subjectMax].High[12] = 32767;
+    records.Students[4].Results[0].Last[0] = -32768;
+    records.Students[0].Results[3].Last[7] = -3;
+    return records;
 }
 
 // Every table of the two banks holds the same values.
 inline void ExpectSameBank(const TestBank &a, const TestBank &b)
 {
-    ASSERT_EQ(a.SubjectMax, b.SubjectMax);
-    ASSERT_EQ(a.QuestionMax, b.QuestionMax);
+    ASSERT_EQ(std::tie(a.SubjectMax, a.QuestionMax), std::tie(b.SubjectMax, b.QuestionMax));
     ASSERT_EQ(a.Subjects.size(), b.Subjects.size());
     ASSERT_EQ(a.QuestionBank.size(), b.QuestionBank.size());
     ASSERT_EQ(a.Limits.size(), b.Limits.size());
+    const auto key = [](const Question &q) {
+        return std::tie(q.Text, q.Answer, q.Wrong1, q.Wrong2, q.Wrong3);
+    };
     for (std::size_t s = 0; s < a.Subjects.size(); ++s) {
         EXPECT_EQ(a.Subjects[s].Name, b.Subjects[s].Name);
         EXPECT_EQ(a.Subjects[s].AdjacentLevels, b.Subjects[s].AdjacentLevels);
@@ -128,15 +175,31 @@ inline void ExpectSameBank(const TestBank &a, const TestBank &b)
             const std::vector<Question> &y = b.QuestionBank[s].Items()[level];
             ASSERT_EQ(x.size(), y.size());
             for (std::size_t slot = 0; slot < x.size(); ++slot) {
-                EXPECT_TRUE(SameQuestion(x[slot], y[slot]))
+                EXPECT_EQ(key(x[slot]), key(y[slot]))
                     << "subject " << s << " level " << level << " slot " << slot;
             }
         }
     }
-    EXPECT_EQ(a.ArithLow1, b.ArithLow1);
-    EXPECT_EQ(a.ArithHigh1, b.ArithHigh1);
-    EXPECT_EQ(a.ArithLow2, b.ArithLow2);
-    EXPECT_EQ(a.ArithHigh2, b.ArithHigh2);
+    EXPECT_EQ(std::tie(a.ArithLow1, a.ArithHigh1, a.ArithLow2, a.ArithHigh2),
+              std::tie(b.ArithLow1, b.ArithHigh1, b.ArithLow2, b.ArithHigh2));
     EXPECT_EQ(a.ArithOps, b.ArithOps);
     EXPECT_EQ(a.ArithSwitch, b.ArithSwitch);
+}
+
+// The same roster with the same results; the subject's name is left to the callers.
+inline void ExpectSameRecords(const StudentRecords &a, const StudentRecords &b)
+{
+    EXPECT_EQ(std::tie(a.ShowByStudent, a.CurrentSubject),
+              std::tie(b.ShowByStudent, b.CurrentSubject));
+    ASSERT_EQ(a.Students.size(), b.Students.size());
+    for (std::size_t i = 0; i < a.Students.size(); ++i) {
+        const Student &x = a.Students[i];
+        const Student &y = b.Students[i];
+        EXPECT_EQ(std::tie(x.Name, x.Level, x.Current), std::tie(y.Name, y.Level, y.Current));
+        ASSERT_EQ(x.Results.size(), y.Results.size()) << "student " << i;
+        for (std::size_t s = 0; s < x.Results.size(); ++s) {
+            EXPECT_EQ(x.Results[s].Last, y.Results[s].Last) << "student " << i << " subject " << s;
+            EXPECT_EQ(x.Results[s].High, y.Results[s].High) << "student " << i << " subject " << s;
+        }
+    }
 }

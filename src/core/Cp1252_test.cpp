@@ -20,7 +20,7 @@ TEST(Cp1252, EveryByteSurvivesTheWayThroughUtf8)
     EXPECT_EQ(Cp1252ToUtf8("\x81\x8D\x8F\x90\x9D"), "\u0081\u008D\u008F\u0090\u009D");
 }
 
-TEST(Cp1252, NamesOutsideAsciiBecomeOneBytePerCharacter)
+TEST(Cp1252, Utf8BecomesOneBytePerCharacterOrAQuestionMark)
 {
     EXPECT_EQ(Hex(Utf8ToCp1252("Zo\u00EB")), "5A 6F EB");
     EXPECT_EQ(Hex(Utf8ToCp1252("\u00C5ngstr\u00F6m")), "C5 6E 67 73 74 72 F6 6D");
@@ -28,10 +28,8 @@ TEST(Cp1252, NamesOutsideAsciiBecomeOneBytePerCharacter)
     EXPECT_EQ(Hex(Utf8ToCp1252("\u201Cquoted\u201D \u2013 \u0152")),
               Hex("\x93quoted\x94 \x96 \x8C"));
     EXPECT_EQ(Hex(Utf8ToCp1252("\u2018\u2019\u201E\u2122\u0178\u00FF")), "91 92 84 99 9F FF");
-}
 
-TEST(Cp1252, WhatTheCodePageCannotHoldBecomesAQuestionMark)
-{
+    // What the code page cannot hold, and what is not UTF-8, becomes a question mark.
     EXPECT_EQ(Utf8ToCp1252("A\U0001F600B"), "A?B");   // emoji, four bytes
     EXPECT_EQ(Utf8ToCp1252("\u4E2D\u6587"), "??");    // CJK
     EXPECT_EQ(Utf8ToCp1252("\u0080"), "?");           // a C1 control the page lacks

@@ -24,27 +24,22 @@ TEST(LeadingNumber, ReadsTheNumberAtTheStartOfTheText)
 
 TEST(LeadingNumber, ReadsAPointWhateverTheUsersLocale)
 {
-    const char *commaLocales[] = {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "de_DE"};
     const std::string previous = std::setlocale(LC_NUMERIC, nullptr);
-    bool switched = false;
-    for (const char *name : commaLocales) {
-        if (std::setlocale(LC_NUMERIC, name) != nullptr) {
-            switched = true;
-            break;
-        }
-    }
-    if (!switched) {
+    if (!std::setlocale(LC_NUMERIC, "de_DE.UTF-8") && !std::setlocale(LC_NUMERIC, "fr_FR.UTF-8"))
         GTEST_SKIP() << "no locale with a decimal comma is installed";
-    }
-    const double value = LeadingNumber("2.5");
-    const double withComma = LeadingNumber("2,5");
+    const double values[] = {LeadingNumber("2.5"), LeadingNumber("2,5")};
     std::setlocale(LC_NUMERIC, previous.c_str());
-    EXPECT_EQ(value, 2.5);
-    EXPECT_EQ(withComma, 2.0);
+    EXPECT_EQ(values[0], 2.5);
+    EXPECT_EQ(values[1], 2.0);
 }
 
 TEST(IsRightArithmetic, AnyEntryThatMakesTheEquationTrueIsRightAndDividingByZeroIsWrong)
 {
+    // Compared exactly in double precision, as typed: 0.1 + 0.2 is not 0.3, and
+    // beyond 2^53 1e20 + 1 is 1e20. A result that overflows to infinity equals no
+    // number typed, and a division by zero (of any sign) is wrong.
+    const char *const big = "99999999999999999999";
+    const char *const huge = "1e308";
     const struct {
         const char *number1;
         char op;
@@ -56,10 +51,14 @@ TEST(IsRightArithmetic, AnyEntryThatMakesTheEquationTrueIsRightAndDividingByZero
         {"6", 'x', "7", "42", true},       {"6", '*', "7", "42", false},
         {"7", '/', "2", "3.5", true},      {"7", '/', "2", "3", false},
         {"12abc", '/', " 4", "3 ", true},  {"abc", '+', "", "0", true},
-        {"0.1", '+', "0.2", "0.3", false}, // compared exactly in double precision, as typed
+        {"0.1", '+', "0.2", "0.3", false}, {"-0", '+', "0", "0", true},
+        {"0", '+', "0", "-0", true},       {"0", '/', "5", "0", true},
         {"0", '/', "0", "0", false},       {"5", '/', "0", "0", false},
-        {"5", '/', "-0", "0", false},      {"5", '/', "0", "1e999", false}, // no infinite quotient
-        {"5", '/', "abc", "0", false},     {"0", '/', "5", "0", true},
+        {"5", '/', "-0", "0", false},      {"5", '/', "0", "1e999", false},
+        {"5", '/', "abc", "0", false},     {huge, '+', huge, huge, false},
+        {huge, 'x', huge, huge, false},    {"-1e308", '-', huge, "-1e308", false},
+        {huge, '/', "1e-308", "1", false}, {big, '+', "1", big, true},
+        {big, '/', big, "1", true},
     };
     for (const auto &c : cases)
         EXPECT_EQ(IsRightArithmetic(c.number1, c.op, c.number2, c.answer), c.right)

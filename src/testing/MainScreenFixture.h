@@ -22,6 +22,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <memory>
 #include <ostream>
 #include <set>
@@ -87,13 +88,10 @@ protected:
         subjectsListedWhenStudentsOpened = combo("cmbSubject")->count();
         messagesWhenStudentsOpened = prompt.shown().size();
         StudentRecords &records = session.records;
-        if (records.Students.empty()) {
-            const LoadResult loaded =
-                LoadStudents(records, session.bank, session.paths.StudentsPath);
-            EXPECT_TRUE(loaded.ok());
-            if (loaded.status == LoadResult::Status::Missing)
-                records.Students[0].Name = "Ann";
-        }
+        if (records.Students.empty() &&
+            LoadStudents(records, session.bank, session.paths.StudentsPath).status ==
+                LoadResult::Status::Missing)
+            records.Students[0].Name = "Ann";
         for (Student &student : records.Students)
             student.Current = false;
         Student &chosen = records.Students.at(static_cast<std::size_t>(nextStudent));
@@ -112,9 +110,12 @@ protected:
                   LoadResult::Status::Loaded);
         return onDisk;
     }
-    SubjectResults resultsOnDisk(int subject) const
+    // Last and High of the first student on disk, as "Last|High".
+    QString scoresOnDisk(int subject, int level) const
     {
-        return studentsOnDisk().Students.at(0).Results.at(static_cast<std::size_t>(subject));
+        const SubjectResults results =
+            studentsOnDisk().Students.at(0).Results.at(static_cast<std::size_t>(subject));
+        return QString("%1|%2").arg(results.Last[level]).arg(results.High[level]);
     }
 
     template <typename W> W *find(const QString &name) const
@@ -139,6 +140,23 @@ protected:
         QWidget *widget = find<QWidget>(name);
         return widget && widget->isVisible();
     }
+    // The texts of the named labels joined by "|", to compare a row of them at once.
+    QString texts(std::initializer_list<const char *> names) const
+    {
+        QStringList all;
+        for (const char *name : names)
+            all << text(name);
+        return all.join('|');
+    }
+    // Those of the named widgets that are on the screen, joined by "|".
+    QString showing(std::initializer_list<const char *> names) const
+    {
+        QStringList visible;
+        for (const char *name : names)
+            if (shown(name))
+                visible << name;
+        return visible.join('|');
+    }
 
     void chooseLevel(int level) { option(QString("optLevel%1").arg(level))->click(); }
     void tick(int times)
@@ -156,25 +174,23 @@ protected:
         return nullptr;
     }
 
-    // The number that makes the equation on the screen true.
+    // The number that makes the equation on the screen true: the operation
+    // itself for the answer, its inverse for a missing number.
     long long rightEntry() const
     {
         const long long n1 = box("txtNum1")->text().toLongLong();
         const long long n2 = box("txtNum2")->text().toLongLong();
-        const long long answer = box("txtAnswer")->text().toLongLong();
-        const QChar op = text("lblOp").at(0);
+        const long long n3 = box("txtAnswer")->text().toLongLong();
+        const long long answer[] = {n1 + n2, n1 - n2, n1 * n2, n2 ? n1 / n2 : -1};
+        const long long first[] = {n3 - n2, n3 + n2, n2 ? n3 / n2 : -1, n3 * n2};
+        const long long second[] = {n3 - n1, n1 - n3, n1 ? n3 / n1 : -1, n3 ? n1 / n3 : -1};
         const QLineEdit *empty = blank();
-        if (empty == box("txtAnswer"))
-            return op == '+' ? n1 + n2 : op == '-' ? n1 - n2 : op == 'x' ? n1 * n2 : n1 / n2;
-        if (empty == box("txtNum1"))
-            return op == '+'   ? answer - n2
-                   : op == '-' ? answer + n2
-                   : op == 'x' ? answer / n2
-                               : answer * n2;
-        return op == '+'   ? answer - n1
-               : op == '-' ? n1 - answer
-               : op == 'x' ? answer / n1
-                           : n1 / answer;
+        const long long *entries = empty == box("txtAnswer") ? answer
+                                   : empty == box("txtNum1") ? first
+                                                             : second;
+        const int op = OperationIndex(text("lblOp").at(0).toLatin1());
+        EXPECT_GE(op, 0) << "operation sign " << text("lblOp");
+        return op < 0 ? 0 : entries[op];
     }
 
     // Types into the blank box and presses Enter, as the child does.
@@ -193,19 +209,18 @@ protected:
         std::multiset<std::string> onButtons;
         for (int index = 0; index < 4; ++index)
             onButtons.insert(ShownText(*answerButton(index)).toStdString());
-        const std::string question = ShownText(*label("lblQuestion_Multi")).toStdString();
+        const std::string asked = ShownText(*label("lblQuestion_Multi")).toStdString();
         const int subject = session.records.CurrentSubject;
         std::set<std::string> answers;
         for (const auto &level :
              session.bank.QuestionBank.at(static_cast<std::size_t>(subject)).Items())
-            for (const Question &stored : level) {
-                const std::string asked = subject != SpellingSubject ? stored.Text + "?"
-                                          : stored.Text.empty()      ? std::string()
-                                                                     : stored.Text + ":";
-                if (asked == question &&
-                    std::multiset<std::string>{stored.Answer, stored.Wrong1, stored.Wrong2,
-                                               stored.Wrong3} == onButtons)
-                    answers.insert(stored.Answer);
+            for (const Question &q : level) {
+                const std::string label = subject != SpellingSubject ? q.Text + "?"
+                                          : q.Text.empty()           ? q.Text
+                                                                     : q.Text + ":";
+                if (label == asked &&
+                    std::multiset<std::string>{q.Answer, q.Wrong1, q.Wrong2, q.Wrong3} == onButtons)
+                    answers.insert(q.Answer);
             }
         EXPECT_EQ(answers.size(), 1u) << "the question on the screen is one stored question";
         return answers.empty() ? QString() : QString::fromStdString(*answers.begin());

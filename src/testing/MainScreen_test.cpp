@@ -1,7 +1,6 @@
-#include "testing/MainScreen.h"
-
+// Starting the main screen (a first run, a data directory or files it cannot
+// use) and what it does between tests.
 #include "MainScreenFixture.h"
-#include "testing/StartUp.h"
 
 #include <QTimer>
 
@@ -35,36 +34,26 @@ TEST_F(MainScreenTest, FirstRunMakesTheDataDirectoryAndOpensTheStudentsScreenFir
 
     screen->show();
     screen->Form_Activate();
-    EXPECT_EQ(fileText(session.paths.BlankPagePath), "<HTML></HTML>\n");
+    screen->Form_Activate(); // only the first activation starts up
     EXPECT_EQ(studentsScreenShown, 1);
     EXPECT_EQ(subjectsListedWhenStudentsOpened, 6) << "the default tests are loaded first";
+    EXPECT_EQ(fileText(session.paths.BlankPagePath), "<HTML></HTML>\n");
     EXPECT_TRUE(prompt.shown().empty());
     EXPECT_FALSE(fs::exists(session.paths.TestsPath)) << "defaults stay in memory";
     EXPECT_EQ(studentsOnDisk().Students.at(0).Name, "Ann");
 
-    const std::pair<const char *, const char *> captions[] = {
-        {"lblStudent", "Ann"},      {"lblSubject", "Arithmetic"}, {"lblLevel", "K"},
-        {"lblDuration", "30 secs"}, {"lblHighScore", "0"},        {"lblLastScore", "0"}};
-    for (const auto &[name, caption] : captions)
-        EXPECT_EQ(text(name), caption) << name;
-    const std::pair<const char *, const char *> buttons[] = {
-        {"cmdTest", "Tests"}, {"cmdSelectStudent", "Students"}, {"cmdHelp", "Help"},
-        {"cmdExit", "E&xit"}, {"cmdStartTest", "Start Test"},   {"cmdStop", "Stop Test"}};
-    for (const auto &[name, caption] : buttons)
-        EXPECT_EQ(button(name)->text(), caption) << name;
+    EXPECT_EQ(texts({"lblStudent", "lblSubject", "lblLevel", "lblDuration", "lblHighScore",
+                     "lblLastScore"}),
+              "Ann|Arithmetic|K|30 secs|0|0");
     EXPECT_TRUE(option("optLevel0")->isChecked());
-    EXPECT_TRUE(shown("fraStartTest"));
-    for (const char *hidden :
-         {"fraSplash", "fraQuestion_Math", "fraQuestion_Multi", "lblTestCompleted"})
-        EXPECT_FALSE(shown(hidden)) << hidden;
+    EXPECT_EQ(showing({"fraStartTest", "fraSplash", "fraQuestion_Math", "fraQuestion_Multi",
+                       "lblTestCompleted"}),
+              "fraStartTest");
     EXPECT_FALSE(find<QTimer>("Timer1")->isActive());
     EXPECT_EQ(screen->focusWidget(), button("cmdStartTest"));
-
-    screen->Form_Activate();
-    EXPECT_EQ(studentsScreenShown, 1) << "only the first activation starts up";
 }
 
-TEST_F(MainScreenTest, ADataDirectoryThatCannotBeMadeEndsTheProgramWithAMessage)
+TEST_F(MainScreenTest, ADataDirectoryOrStudentsFileThatCannotBeUsedEndsTheProgram)
 {
     const fs::path blocker = dir.path() / "blocker";
     writeFile(blocker, "not a directory");
@@ -82,6 +71,18 @@ TEST_F(MainScreenTest, ADataDirectoryThatCannotBeMadeEndsTheProgramWithAMessage)
         EXPECT_EQ(studentsScreenShown, 0);
     }
     EXPECT_EQ(fileText(blocker), "not a directory");
+
+    // The Students screen reports a roster it cannot read; the file is left alone.
+    session.paths = dir.paths();
+    writeFile(session.paths.StudentsPath, "\x05\x06");
+    createScreen();
+    screen->setOtherScreens({[this] { return ++studentsScreenShown, false; }, [] {}, [] {}});
+    screen->show();
+    screen->Form_Activate();
+    EXPECT_EQ(studentsScreenShown, 1);
+    EXPECT_TRUE(screen->isEnding());
+    EXPECT_FALSE(screen->isVisible());
+    EXPECT_EQ(fileText(session.paths.StudentsPath), "\x05\x06");
 }
 
 TEST_F(MainScreenTest, ADamagedTestsFileIsMovedAsideUnderAFreeNameAndTheDefaultsAreUsed)
@@ -97,30 +98,15 @@ TEST_F(MainScreenTest, ADamagedTestsFileIsMovedAsideUnderAFreeNameAndTheDefaults
 
     ASSERT_EQ(prompt.shown().size(), 1u);
     EXPECT_EQ(messagesWhenStudentsOpened, 1u) << "told before the Students screen comes up";
-    const ScriptedPrompt::Shown &message = prompt.shown().front();
-    EXPECT_EQ(message.kind, ScriptedPrompt::Shown::Kind::Stop);
+    const QString &message = prompt.last()->text;
     for (const std::string &part : {session.paths.TestsPath.string(), std::string("damaged"),
                                     copy.string(), std::string("default tests")})
-        EXPECT_TRUE(message.text.contains(QString::fromStdString(part))) << message.text;
+        EXPECT_TRUE(message.contains(QString::fromStdString(part))) << message;
     EXPECT_EQ(combo("cmbSubject")->count(), 6);
     EXPECT_TRUE(shown("fraStartTest"));
 }
 
-TEST_F(MainScreenTest, AStudentsFileThatCannotBeReadEndsTheProgramAndIsLeftAsItWas)
-{
-    writeFile(session.paths.StudentsPath, "\x05\x06");
-    createScreen();
-    int shownCount = 0;
-    screen->setOtherScreens({[&shownCount] { return ++shownCount, false; }, [] {}, [] {}});
-    screen->show();
-    screen->Form_Activate();
-    EXPECT_EQ(shownCount, 1);
-    EXPECT_TRUE(screen->isEnding());
-    EXPECT_FALSE(screen->isVisible());
-    EXPECT_EQ(fileText(session.paths.StudentsPath), "\x05\x06");
-}
-
-TEST_F(MainScreenTest, SubjectAndLevelChoicesFollowTheBankAndAreSaved)
+TEST_F(MainScreenTest, SubjectAndLevelChoicesFollowTheBankAndTheOtherScreensAndAreSaved)
 {
     saveTestsWith([](TestBank &bank) {
         bank.Limits[SpellingSubject].Seconds = 45;
@@ -134,52 +120,42 @@ TEST_F(MainScreenTest, SubjectAndLevelChoicesFollowTheBankAndAreSaved)
     session.records.Students[0].Results[SpellingSubject].High[3] = 7;
 
     combo("cmbSubject")->setCurrentIndex(SpellingSubject);
-    EXPECT_EQ(text("lblSubject"), "Spelling");
-    EXPECT_EQ(text("lblDuration"), "45 secs");
+    EXPECT_EQ(texts({"lblSubject", "lblDuration"}), "Spelling|45 secs");
     EXPECT_FALSE(option("optLevel7")->isEnabled()) << "Spelling level without questions";
     EXPECT_TRUE(option("optLevel6")->isEnabled());
     EXPECT_EQ(studentsOnDisk().CurrentSubject, SpellingSubject);
-
     chooseLevel(3);
-    EXPECT_EQ(text("lblLevel"), "3");
-    EXPECT_EQ(text("lblLastScore"), "4");
-    EXPECT_EQ(text("lblHighScore"), "7");
+    EXPECT_EQ(texts({"lblLevel", "lblLastScore", "lblHighScore"}), "3|4|7");
     EXPECT_EQ(studentsOnDisk().Students[0].Level, 3);
-
     chooseLevel(0);
-    EXPECT_EQ(text("lblLevel"), "K");
-    EXPECT_EQ(text("lblHighScore"), "0");
+    EXPECT_EQ(texts({"lblLevel", "lblLastScore", "lblHighScore"}), "K|0|0");
     EXPECT_EQ(studentsOnDisk().Students[0].Level, 0);
+
+    // The main screen follows what the Tests screen changed.
+    std::string opened;
+    screen->setOtherScreens({[&] { return opened += "Students", closeStudentsScreen(); },
+                             [&] {
+                                 opened += "Tests ";
+                                 session.bank.Limits[SpellingSubject].Seconds = 90;
+                                 session.bank.Subjects[SpellingSubject].Name = "Words";
+                                 session.bank.Limits[SpellingSubject].LastQuestion[2] = -1;
+                             },
+                             [&] { opened += "Help "; }});
+    button("cmdTest")->click();
+    button("cmdHelp")->click();
+    button("cmdSelectStudent")->click();
+    EXPECT_EQ(opened, "Tests Help Students");
+    EXPECT_EQ(combo("cmbSubject")->itemText(SpellingSubject), "Words");
+    EXPECT_EQ(text("lblDuration"), "90 secs");
+    EXPECT_FALSE(option("optLevel2")->isEnabled());
     EXPECT_TRUE(prompt.shown().empty());
 
     // A directory where the Students file belongs cannot be replaced by a file.
     fs::remove(session.paths.StudentsPath);
     fs::create_directory(session.paths.StudentsPath);
-    chooseLevel(2);
+    chooseLevel(4);
     ASSERT_EQ(prompt.shown().size(), 1u);
     EXPECT_TRUE(prompt.last()->text.contains("Tavrino_Students.dat")) << prompt.last()->text;
-    EXPECT_EQ(text("lblLevel"), "2") << "a save that fails is reported and the screen goes on";
+    EXPECT_EQ(text("lblLevel"), "4") << "a save that fails is reported and the screen goes on";
     EXPECT_FALSE(screen->isEnding());
-}
-
-TEST_F(MainScreenTest, TheOtherScreensOpenAndTheMainScreenFollowsTheirChanges)
-{
-    startUp();
-    int testsShown = 0;
-    int helpShown = 0;
-    screen->setOtherScreens({[this] { return closeStudentsScreen(); },
-                             [this, &testsShown] {
-                                 ++testsShown;
-                                 session.bank.Limits[ArithmeticSubject].Seconds = 90;
-                                 session.bank.Subjects[SpellingSubject].Name = "Words";
-                                 session.bank.ArithOps[2].clear();
-                             },
-                             [&helpShown] { ++helpShown; }});
-    button("cmdTest")->click();
-    button("cmdHelp")->click();
-    button("cmdSelectStudent")->click();
-    EXPECT_EQ(testsShown + helpShown + studentsScreenShown, 1 + 1 + 2);
-    EXPECT_EQ(combo("cmbSubject")->itemText(SpellingSubject), "Words");
-    EXPECT_EQ(text("lblDuration"), "90 secs");
-    EXPECT_FALSE(option("optLevel2")->isEnabled());
 }

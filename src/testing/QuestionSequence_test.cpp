@@ -1,32 +1,36 @@
+// Drawing Arithmetic problems from a level's ranges and operations, and
+// multiple-choice questions from the bank with their answers placed by a row
+// of the answer-position table.
 #include "QuestionSequence.h"
 
+#include "Judge.h"
 #include "core/DefaultBank.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <numeric>
+#include <array>
 #include <set>
 #include <stdexcept>
+#include <string>
 #include <tuple>
+#include <vector>
 
 namespace {
 
-// Arithmetic plus two multiple-choice subjects with five slots per level and no
-// question in use yet.
+// Arithmetic and two multiple-choice subjects with five slots at every level,
+// holding only the empty question a new subject has at level K.
 TestBank SmallBank()
 {
     TestBank bank;
-    bank.SubjectMax = 2;
-    bank.Subjects = {{"Arithmetic", false}, {"Spelling", false}, {"Geography", false}};
-    bank.QuestionBank.resize(3);
-    bank.Limits.resize(3);
-    for (SubjectLimits &limits : bank.Limits)
-        limits.LastQuestion.fill(-1);
+    for (const char *name : {"Arithmetic", "Spelling", "Geography"})
+        AddSubject(bank, name);
     ResizeQuestionSlots(bank, 4);
     return bank;
 }
 
+// Puts questions in slots 0..count-1 of the level, named after the level and
+// slot: "Q6.2" with the answers "A6.2" (the right one) to "D6.2".
 void SetQuestions(TestBank &bank, int subject, int level, int count)
 {
     for (int slot = 0; slot < count; ++slot) {
@@ -46,148 +50,97 @@ void SetRanges(TestBank &bank, int level, char symbol, int low1, int high1, int 
     bank.ArithHigh2[level][op] = high2;
 }
 
-std::vector<int> SortedSlice(const std::vector<int> &values, std::size_t from, std::size_t size)
+// A problem as the child sees it, the box to fill in bracketed: "9+[1]=10".
+std::string Shown(const ArithmeticProblem &p)
 {
-    std::vector<int> slice(values.begin() + from, values.begin() + from + size);
-    std::sort(slice.begin(), slice.end());
-    return slice;
+    std::string boxes[] = {std::to_string(p.Number1), std::to_string(p.Number2),
+                           std::to_string(p.Answer)};
+    std::string &blank = boxes[static_cast<int>(p.blank)];
+    blank = "[" + blank + "]";
+    return boxes[0] + p.symbol + boxes[1] + "=" + boxes[2];
 }
 
-std::vector<int> Iota(int from, int size)
+// The values drawn, cut into rounds of the given size.
+std::vector<std::multiset<int>> Rounds(const std::vector<int> &values, std::size_t size)
 {
-    std::vector<int> values(static_cast<std::size_t>(size));
-    std::iota(values.begin(), values.end(), from);
+    std::vector<std::multiset<int>> rounds;
+    for (std::size_t from = 0; from + size <= values.size(); from += size)
+        rounds.emplace_back(values.begin() + from, values.begin() + from + size);
+    return rounds;
+}
+
+std::multiset<int> Span(int low, int high)
+{
+    std::multiset<int> values;
+    for (int value = low; value <= high; ++value)
+        values.insert(value);
     return values;
-}
-
-using Triple = std::tuple<int, int, int>;
-
-Triple Numbers(const ArithmeticProblem &problem)
-{
-    return {problem.Number1, problem.Number2, problem.Answer};
 }
 
 } // namespace
 
-TEST(ArithmeticQuestions, EachOperandValueOnceInEveryRound)
+TEST(ArithmeticQuestions, EachOperandValueOnceInEveryRoundAndDamagedRangesStayInTheList)
 {
-    for (std::uint32_t seed = 1; seed <= 5; ++seed) {
-        TestBank bank = SmallBank();
-        bank.ArithOps[3] = "x";
-        SetRanges(bank, 3, 'x', 4, 10, 0, 4);
-        QuestionSequence sequence;
-        sequence.StartArithmetic(bank, 3);
+    TestBank bank = SmallBank();
+    SetRanges(bank, 4, '+', -5, 40, 2, 6);  // beyond both ends of the list of 0..30
+    SetRanges(bank, 4, 'x', 33, 40, 12, 3); // a range with high below low is its low end
+    // One sequence for all: each test starts from a fresh list of operands.
+    QuestionSequence sequence;
+    for (std::uint32_t seed = 1; seed <= 3; ++seed) {
         RandomSource random(seed);
+        bank.ArithOps[4] = ""; // asks addition
+        sequence.StartArithmetic(bank, 4);
         std::vector<int> firsts, seconds;
-        for (int i = 0; i < 35; ++i) {
-            const ArithmeticProblem problem = sequence.NextArithmetic(bank, 3, random);
+        for (int i = 0; i < 42; ++i) {
+            const ArithmeticProblem problem = sequence.NextArithmetic(bank, 4, random);
+            ASSERT_EQ(problem.symbol, '+');
             firsts.push_back(problem.Number1);
             seconds.push_back(problem.Number2);
         }
-        for (std::size_t round = 0; round < 5; ++round)
-            EXPECT_EQ(SortedSlice(firsts, round * 7, 7), Iota(4, 7)) << "seed " << seed;
-        for (std::size_t round = 0; round < 7; ++round)
-            EXPECT_EQ(SortedSlice(seconds, round * 5, 5), Iota(0, 5)) << "seed " << seed;
+        EXPECT_EQ(Rounds(firsts, 31), std::vector(1, Span(0, 30))) << "seed " << seed;
+        EXPECT_EQ(Rounds(seconds, 5), std::vector(8, Span(2, 6))) << "seed " << seed;
+        bank.ArithOps[4] = "?x "; // characters that are no operation are passed over
+        sequence.StartArithmetic(bank, 4);
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(Shown(sequence.NextArithmetic(bank, 4, random)), "30x12=[360]");
     }
+    EXPECT_THROW(sequence.StartArithmetic(bank, 13), std::out_of_range);
 }
 
-TEST(ArithmeticQuestions, OperationsRepeatInOrderAndRestartWithEachTest)
+TEST(ArithmeticQuestions, OperationsComeInOrderAndSwitchesSwapNumbersAndMoveTheBlankAcrossTests)
 {
     TestBank bank = SmallBank();
+    bank.ArithOps[1] = "+-";
+    SetRanges(bank, 1, '+', 1, 1, 9, 9);
+    SetRanges(bank, 1, '-', 1, 1, 9, 9);
+    bank.ArithSwitch[1] = {true, true};
+    // One value per range, at the ends of the list (0 and 30).
     bank.ArithOps[2] = "+-x/";
-    // Ranges of one value each, at the ends of the list (0 and 30).
     SetRanges(bank, 2, '+', 0, 0, 30, 30);
     SetRanges(bank, 2, '-', 30, 30, 0, 0);
     SetRanges(bank, 2, 'x', 30, 30, 0, 0);
     SetRanges(bank, 2, '/', 30, 30, 30, 30);
-    // Subtraction and division are an addition and a multiplication read backwards.
-    const std::vector<Triple> expected = {{0, 30, 30}, {30, 30, 0}, {30, 0, 0}, {900, 30, 30}};
-    QuestionSequence sequence;
-    RandomSource random(1);
-    sequence.StartArithmetic(bank, 2);
-    for (int i = 0; i < 10; ++i) {
-        const ArithmeticProblem problem = sequence.NextArithmetic(bank, 2, random);
-        EXPECT_EQ(problem.symbol, "+-x/"[i % 4]);
-        EXPECT_EQ(Numbers(problem), expected[i % 4]);
-    }
-    bank.ArithOps[2] = "+-";
-    for (int test = 0; test < 3; ++test) {
-        sequence.StartArithmetic(bank, 2);
-        std::string symbols;
-        for (int i = 0; i <= test; ++i)
-            symbols += sequence.NextArithmetic(bank, 2, random).symbol;
-        EXPECT_EQ(symbols, std::string("+-+").substr(0, symbols.size()));
-    }
-}
-
-TEST(ArithmeticQuestions, SwitchNumbersSwapsEverySecondQuestionAcrossTests)
-{
-    TestBank bank = SmallBank();
-    for (const int level : {1, 2}) {
-        bank.ArithOps[level] = "+-";
-        SetRanges(bank, level, '+', 1, 1, 9, 9);
-        SetRanges(bank, level, '-', 1, 1, 9, 9);
-    }
-    bank.ArithSwitch[1][SwitchNumbers] = true;
     QuestionSequence sequence;
     RandomSource random(5);
-    const auto drawn = [&](int level, int count) {
+    const auto test = [&](int level, int count) {
         sequence.StartArithmetic(bank, level);
-        std::vector<Triple> problems;
-        for (int i = 0; i < count; ++i)
-            problems.push_back(Numbers(sequence.NextArithmetic(bank, level, random)));
-        return problems;
-    };
-    using T = Triple;
-    EXPECT_EQ(drawn(1, 3), (std::vector<T>{{9, 1, 10}, {10, 1, 9}, {9, 1, 10}}));
-    EXPECT_EQ(drawn(1, 2), (std::vector<T>{{1, 9, 10}, {10, 9, 1}})) << "the swap carries on";
-    EXPECT_EQ(drawn(2, 4), (std::vector<T>{{1, 9, 10}, {10, 1, 9}, {1, 9, 10}, {10, 1, 9}}));
-}
-
-TEST(ArithmeticQuestions, BlankMovesOnlyWithSwitchBlanksAndCarriesOn)
-{
-    TestBank bank = SmallBank();
-    bank.ArithOps[1] = bank.ArithOps[2] = "+";
-    bank.ArithSwitch[1][SwitchBlanks] = true;
-    QuestionSequence sequence;
-    RandomSource random(2);
-    const auto blanks = [&](int level, int count) {
-        sequence.StartArithmetic(bank, level);
-        std::vector<MathBox> boxes;
+        std::vector<std::string> shown;
         for (int i = 0; i < count; ++i) {
             const ArithmeticProblem problem = sequence.NextArithmetic(bank, level, random);
             EXPECT_EQ(problem.switchBlanks, level == 1);
-            boxes.push_back(problem.blank);
+            shown.push_back(Shown(problem));
         }
-        return boxes;
+        return shown;
     };
-    using B = MathBox;
-    EXPECT_EQ(blanks(1, 4), (std::vector<B>{B::Number2, B::Answer, B::Number1, B::Number2}));
-    EXPECT_EQ(blanks(2, 2), (std::vector<B>{B::Answer, B::Answer}));
-    EXPECT_EQ(blanks(1, 2), (std::vector<B>{B::Answer, B::Number1}));
-}
-
-TEST(ArithmeticQuestions, DamagedSettingsStayInsideTheListOfNumbers)
-{
-    TestBank bank = SmallBank();
-    SetRanges(bank, 4, '+', -5, 40, 12, 3); // below 0, above 30, low above high
-    SetRanges(bank, 4, 'x', 33, 40, 31, 99);
-    QuestionSequence sequence;
-    RandomSource random(9);
-    for (const char *ops : {"", "?x "}) { // an empty operations text asks addition
-        bank.ArithOps[4] = ops;
-        sequence.StartArithmetic(bank, 4);
-        std::set<int> firsts;
-        for (int i = 0; i < 62; ++i) {
-            const ArithmeticProblem p = sequence.NextArithmetic(bank, 4, random);
-            EXPECT_EQ(p.symbol, *ops ? 'x' : '+');
-            EXPECT_TRUE(p.Number1 >= 0 && p.Number1 <= 30 && p.Number2 >= 0 && p.Number2 <= 30)
-                << p.Number1 << " " << p.symbol << " " << p.Number2;
-            firsts.insert(p.Number1);
-        }
-        EXPECT_EQ(firsts.size(), *ops ? 1u : 31u);
-    }
-    EXPECT_THROW(sequence.StartArithmetic(bank, 13), std::out_of_range);
+    using V = std::vector<std::string>;
+    // Level 1 swaps the numbers of every second problem and moves the blank on;
+    // each test starts with the first operation again.
+    EXPECT_EQ(test(1, 3), (V{"9+[1]=10", "10-1=[9]", "[9]+1=10"}));
+    EXPECT_EQ(test(1, 3), (V{"1+[9]=10", "10-9=[1]", "[1]+9=10"}));
+    // Subtraction and division are an addition and a multiplication read
+    // backwards; a level without the switches leaves both where they were.
+    EXPECT_EQ(test(2, 5), (V{"0+30=[30]", "30-30=[0]", "30x0=[0]", "900/30=[30]", "0+30=[30]"}));
+    EXPECT_EQ(test(1, 2), (V{"9+[1]=10", "10-1=[9]"}));
 }
 
 TEST(ArithmeticQuestions, DefaultTableGivesWholeNonNegativeAnswersAtEveryLevel)
@@ -201,43 +154,48 @@ TEST(ArithmeticQuestions, DefaultTableGivesWholeNonNegativeAnswersAtEveryLevel)
         for (int i = 0; i < 300; ++i) {
             const ArithmeticProblem p = sequence.NextArithmetic(bank, level, random);
             ASSERT_NE(bank.ArithOps[level].find(p.symbol), std::string::npos);
-            ASSERT_GE(std::min({p.Number1, p.Number2, p.Answer}), 0) << "level " << level;
-            // A division is a whole multiplication read backwards.
-            ASSERT_TRUE(p.symbol != '/' || p.Number2 > 0) << "level " << level;
-            const int result = p.symbol == '+'   ? p.Number1 + p.Number2
-                               : p.symbol == '-' ? p.Number1 - p.Number2
-                               : p.symbol == 'x' ? p.Number1 * p.Number2
-                                                 : p.Number2 * p.Answer;
-            ASSERT_EQ(result, p.symbol == '/' ? p.Number1 : p.Answer) << "level " << level;
+            ASSERT_GE(std::min({p.Number1, p.Number2, p.Answer}), 0) << Shown(p);
+            // Holds exactly, without a division by zero.
+            ASSERT_TRUE(IsRightArithmetic(std::to_string(p.Number1), p.symbol,
+                                          std::to_string(p.Number2), std::to_string(p.Answer)))
+                << Shown(p);
         }
     }
 }
 
-TEST(MultipleChoiceQuestions, EachQuestionOnceInEveryRoundNeverOpeningWithTheLast)
+TEST(MultipleChoiceQuestions, EachQuestionOnceInEveryRoundNeverOpeningWithTheLastAnswersInPlace)
 {
     const AnswerPositionTable positions = MakeAnswerPositionTable();
-    for (const int count : {2, 5})
+    const std::set<std::array<std::int16_t, 4>> orders(positions.begin(), positions.end());
+    EXPECT_EQ(orders.size(), 24u);
+    for (const auto &order : orders)
+        EXPECT_EQ(std::set<int>(order.begin(), order.end()), (std::set<int>{0, 1, 2, 3}));
+    std::set<int> buttons;
+    for (const std::size_t count : {2, 5})
         for (std::uint32_t seed = 1; seed <= 4; ++seed) {
             TestBank bank = SmallBank();
-            SetQuestions(bank, 2, 6, count);
+            SetQuestions(bank, 2, 6, static_cast<int>(count));
             QuestionSequence sequence;
             sequence.StartMultipleChoice(bank);
             RandomSource random(seed);
             std::vector<int> drawn;
-            for (int i = 0; i < 20 * count; ++i)
-                drawn.push_back(
-                    sequence.NextMultipleChoice(bank, 2, 6, random, positions).question);
-            for (std::size_t round = 0; round < 20; ++round) {
-                const std::size_t first = round * static_cast<std::size_t>(count);
-                EXPECT_EQ(SortedSlice(drawn, first, static_cast<std::size_t>(count)),
-                          Iota(0, count));
-                EXPECT_TRUE(round == 0 || drawn[first] != drawn[first - 1]) << "seed " << seed;
+            for (std::size_t i = 0; i < 20 * count; ++i) {
+                const MultipleChoiceProblem p =
+                    sequence.NextMultipleChoice(bank, 2, 6, random, positions);
+                drawn.push_back(p.question);
+                EXPECT_EQ(p.rightAnswer, "A6." + std::to_string(p.question));
+                EXPECT_EQ(p.choices[static_cast<std::size_t>(p.answerPosition)], p.rightAnswer);
+                buttons.insert(p.answerPosition);
             }
+            EXPECT_EQ(Rounds(drawn, count), std::vector(20, Span(0, static_cast<int>(count) - 1)));
+            for (std::size_t first = count; first < drawn.size(); first += count)
+                EXPECT_NE(drawn[first], drawn[first - 1]) << "seed " << seed << " at " << first;
         }
+    EXPECT_EQ(buttons.size(), 4u) << "the right answer is on every button now and then";
 }
 
 TEST(MultipleChoiceQuestions,
-     SingleQuestionRepeatsEmptyOrDamagedLevelsShowSlotZeroAddedSubjectsAreDrawn)
+     OneQuestionRepeatsEmptyOrDamagedLevelsGiveSlotZeroAddedSubjectsAreUsed)
 {
     TestBank bank = SmallBank();
     SetQuestions(bank, 2, 3, 1);
@@ -246,39 +204,45 @@ TEST(MultipleChoiceQuestions,
     QuestionSequence sequence;
     sequence.StartMultipleChoice(bank);
     RandomSource random(4);
-    for (int i = 0; i < 5; ++i) {
-        const MultipleChoiceProblem problem =
-            sequence.NextMultipleChoice(bank, 2, 3, random, positions);
+    const auto draw = [&](int subject, int level) {
+        return sequence.NextMultipleChoice(bank, subject, level, random, positions);
+    };
+    for (int i = 0; i < 3; ++i) {
+        const MultipleChoiceProblem problem = draw(2, 3);
         EXPECT_EQ(std::tie(problem.question, problem.label, problem.rightAnswer),
                   std::make_tuple(0, std::string("Q3.0?"), std::string("A3.0")));
     }
-    EXPECT_EQ(sequence.NextMultipleChoice(bank, 1, 0, random, positions).label, "Q0.0:");
-    const MultipleChoiceProblem empty = sequence.NextMultipleChoice(bank, 2, 4, random, positions);
-    EXPECT_EQ(std::tie(empty.question, empty.label, empty.rightAnswer),
-              std::make_tuple(0, std::string("?"), std::string()));
-    EXPECT_EQ(empty.choices, (std::array<std::string, 4>{}));
-    EXPECT_EQ(sequence.NextMultipleChoice(bank, 1, 4, random, positions).label, "");
+    // The answers go to the buttons as the row drawn says.
+    AnswerPositionTable reversed{};
+    for (int row = 0; row < AnswerPositionRows; ++row)
+        FillSequence(reversed, row, 3, 2, 1, 0);
+    EXPECT_THROW(FillSequence(reversed, 24, 0, 1, 2, 3), std::out_of_range);
+    EXPECT_THROW(FillSequence(reversed, -1, 0, 1, 2, 3), std::out_of_range);
+    const MultipleChoiceProblem placed = sequence.NextMultipleChoice(bank, 2, 3, random, reversed);
+    EXPECT_EQ(placed.choices, (std::array<std::string, 4>{"D3.0", "C3.0", "B3.0", "A3.0"}));
+    EXPECT_EQ(placed.answerPosition, 3);
+    EXPECT_EQ(draw(1, 0).label, "Q0.0:") << "a Spelling clue";
+    const MultipleChoiceProblem empty = draw(2, 4);
+    EXPECT_EQ(std::tie(empty.question, empty.label, empty.choices),
+              std::make_tuple(0, std::string("?"), std::array<std::string, 4>{}));
+    EXPECT_EQ(draw(1, 4).label, "") << "Spelling without a clue";
 
     // Damaged counts: LastQuestion beyond the slots held, a level without even slot 0.
     bank.Limits[2].LastQuestion[5] = 1000;
     bank.QuestionBank[2].Items()[6].clear();
     bank.Limits[2].LastQuestion[6] = 3;
     for (int i = 0; i < 20; ++i) {
-        EXPECT_LE(sequence.NextMultipleChoice(bank, 2, 5, random, positions).question, 4);
-        EXPECT_EQ(sequence.NextMultipleChoice(bank, 2, 6, random, positions).question, 0);
+        EXPECT_LE(draw(2, 5).question, 4);
+        EXPECT_EQ(draw(2, 6).question, 0);
     }
 
-    // A subject added after the start is drawn like the others.
-    bank.Subjects.push_back({"Added", false});
-    bank.QuestionBank.emplace_back();
-    bank.Limits.emplace_back();
-    ResizeQuestionSlots(bank, 4);
+    AddSubject(bank, "Added after the start");
     SetQuestions(bank, 3, 7, 2);
     std::vector<int> drawn;
     for (int i = 0; i < 6; ++i)
-        drawn.push_back(sequence.NextMultipleChoice(bank, 3, 7, random, positions).question);
-    EXPECT_EQ(SortedSlice(drawn, 0, 6), (std::vector<int>{0, 0, 0, 1, 1, 1}));
-    EXPECT_THROW(sequence.NextMultipleChoice(bank, 4, 7, random, positions), std::out_of_range);
+        drawn.push_back(draw(3, 7).question);
+    EXPECT_EQ(Rounds(drawn, 2), std::vector(3, Span(0, 1)));
+    EXPECT_THROW(draw(4, 7), std::out_of_range);
 }
 
 TEST(MultipleChoiceQuestions, AdjacentLevelsStayWithinOneStepAndSkipEmptyLevels)
@@ -297,43 +261,14 @@ TEST(MultipleChoiceQuestions, AdjacentLevelsStayWithinOneStepAndSkipEmptyLevels)
             levels.insert(sequence.NextMultipleChoice(bank, 2, level, random, positions).level);
         return levels;
     };
-    EXPECT_EQ(drawnLevels(0), (std::set<int>{0, 1}));
-    EXPECT_EQ(drawnLevels(12), (std::set<int>{11, 12}));
-    EXPECT_EQ(drawnLevels(5), (std::set<int>{4, 5, 6}));
-    bank.Limits[2].LastQuestion[1] = -1;
-    bank.Limits[2].LastQuestion[11] = -1;
-    EXPECT_EQ(drawnLevels(0), (std::set<int>{0}));
-    EXPECT_EQ(drawnLevels(12), (std::set<int>{12}));
-    EXPECT_EQ(drawnLevels(2), (std::set<int>{2, 3}));
+    using S = std::set<int>;
+    EXPECT_EQ(drawnLevels(0), (S{0, 1}));
+    EXPECT_EQ(drawnLevels(12), (S{11, 12}));
+    EXPECT_EQ(drawnLevels(5), (S{4, 5, 6}));
+    bank.Limits[2].LastQuestion[1] = bank.Limits[2].LastQuestion[11] = -1;
+    EXPECT_EQ(drawnLevels(0), (S{0}));
+    EXPECT_EQ(drawnLevels(12), (S{12}));
+    EXPECT_EQ(drawnLevels(2), (S{2, 3}));
     bank.Subjects[2].AdjacentLevels = false;
-    EXPECT_EQ(drawnLevels(5), (std::set<int>{5}));
-}
-
-TEST(MultipleChoiceQuestions, AnswersArePlacedByARowOfTheTable)
-{
-    TestBank bank = SmallBank();
-    SetQuestions(bank, 2, 0, 4);
-    const AnswerPositionTable positions = MakeAnswerPositionTable();
-    QuestionSequence sequence;
-    sequence.StartMultipleChoice(bank);
-    RandomSource random(8);
-    std::set<int> buttons;
-    for (int i = 0; i < 200; ++i) {
-        const MultipleChoiceProblem p = sequence.NextMultipleChoice(bank, 2, 0, random, positions);
-        const std::string id = "0." + std::to_string(p.question);
-        EXPECT_EQ(p.rightAnswer, "A" + id);
-        EXPECT_EQ(p.choices[static_cast<std::size_t>(p.answerPosition)], p.rightAnswer);
-        EXPECT_TRUE(std::is_permutation(
-            p.choices.begin(), p.choices.end(),
-            std::array<std::string, 4>{"A" + id, "B" + id, "C" + id, "D" + id}.begin()));
-        buttons.insert(p.answerPosition);
-    }
-    EXPECT_EQ(buttons.size(), 4u);
-
-    AnswerPositionTable reversed{};
-    reversed.fill({3, 2, 1, 0});
-    const MultipleChoiceProblem p = sequence.NextMultipleChoice(bank, 2, 0, random, reversed);
-    const std::string id = "0." + std::to_string(p.question);
-    EXPECT_EQ(p.choices, (std::array<std::string, 4>{"D" + id, "C" + id, "B" + id, "A" + id}));
-    EXPECT_EQ(p.answerPosition, 3);
+    EXPECT_EQ(drawnLevels(5), (S{5}));
 }

@@ -1,152 +1,125 @@
-// The Tests screen's subjects, test lengths, revert all and closing, and the
-// keyboard and screen-reader path through it.
-#include "TestsScreen.h"
-
+// The Tests screen: adding, renaming and deleting subjects with both files
+// written, revert all, test lengths, closing and the keyboard path.
 #include "TestsScreenFixture.h"
-#include "core/StudentsFile.h"
-#include "testsupport/ScreenAccess.h"
-
-#include <QComboBox>
-#include <QGroupBox>
-#include <QLineEdit>
-#include <QTableView>
-#include <QTest>
-
-#include <filesystem>
 
 namespace {
 
-class TestsScreenTest : public TestsScreenFixture {
-protected:
-    void addSubject(const QString &name)
-    {
-        prompt.answerInput(name);
-        click(QStringLiteral("cmdAddSubject"));
-    }
-    QComboBox *subjects() const { return control<QComboBox>(QStringLiteral("cmbSubject")); }
-    QString duration() const { return control<QLineEdit>(QStringLiteral("txtDuration"))->text(); }
-
-    StudentRecords loadedStudents(const TestBank &bank) const
-    {
-        StudentRecords records;
-        EXPECT_EQ(LoadStudents(records, bank, session.paths.StudentsPath).status,
-                  LoadResult::Status::Loaded);
-        return records;
-    }
-};
-
-TEST_F(TestsScreenTest, AddingASubjectKeepsTwentyCharactersAndWritesBothFiles)
+TEST_F(TestsScreenTest, AddedSubjectsKeepTwentyCharactersAsTheFileKeepsThemAndCanBeRenamed)
 {
     session.records.Students[0].Results[1].High[3] = 9;
-    open(1);
-
+    TestsScreen &screen = open(0);
+    auto *edit = control<QPushButton>("cmdEditSubject");
+    auto *remove = control<QPushButton>("cmdDeleteSubject");
+    auto *revert = control<QPushButton>("cmdRevert");
+    click("cmdHelp");
+    EXPECT_EQ(helpOpened, 1);
+    for (int subject = 0; subject < FirstAddedSubject; ++subject) {
+        subjects()->setCurrentIndex(subject);
+        EXPECT_FALSE(edit->isEnabled() || remove->isEnabled() || revert->isHidden()) << subject;
+        EXPECT_EQ(control("fraMulti")->isHidden(), subject == 0);
+    }
+    // Called anyway, the handlers leave a built-in subject alone and ask nothing.
+    screen.cmdEditSubject_Click();
+    screen.cmdDeleteSubject_Click();
+    EXPECT_TRUE(prompt.shown().empty());
     // Cancelling the input box changes nothing and writes nothing.
-    click(QStringLiteral("cmdAddSubject"));
-    ASSERT_NE(prompt.last(), nullptr);
-    EXPECT_EQ(prompt.last()->title, QStringLiteral("Add New Subject"));
+    click("cmdAddSubject");
     EXPECT_EQ(session.bank.SubjectMax, 5);
     EXPECT_FALSE(std::filesystem::exists(session.paths.TestsPath));
 
-    addSubject(QStringLiteral("Astronomy and Planets")); // 21 characters
-    addSubject(QStringLiteral("Twenty-five characters!!!"));
-    const TestBank &bank = session.bank;
-    ASSERT_EQ(bank.SubjectMax, 7);
-    EXPECT_EQ(bank.Subjects[6].Name, "Astronomy and Planet");
-    EXPECT_EQ(bank.Subjects[7].Name, "Twenty-five characte");
-    EXPECT_FALSE(bank.Subjects[7].AdjacentLevels);
-    EXPECT_EQ(bank.Limits[7].Seconds, 30);
-    std::array<int32_t, LevelCount> oneQuestionAtK;
-    oneQuestionAtK.fill(-1);
-    oneQuestionAtK[0] = 0;
-    EXPECT_EQ(bank.Limits[7].LastQuestion, oneQuestionAtK);
+    const std::pair<QString, std::string> names[] = {
+        {QStringLiteral("Astronomy and Planets"), "Astronomy and Planet"},
+        {QStringLiteral("Art \U0001F3A8"), "Art ?"},
+        {QStringLiteral("<b>Art</b> & <i>Craft</i>"), "<b>Art</b> & <i>Craf"},
+        {QString(70000, QLatin1Char('x')), std::string(20, 'x')},
+    };
+    for (const auto &[typed, kept] : names) {
+        addSubject(typed);
+        EXPECT_EQ(Utf8(subjects()->currentText()), kept);
+    }
+    EXPECT_EQ(prompt.shown().size(), std::size(names) + 1) << "no message besides the input boxes";
+    // The new subject is shown with its one empty question, and can be changed.
+    EXPECT_EQ(control<QTableView>("Grid1")->model()->rowCount(), 1);
+    EXPECT_TRUE(edit->isEnabled() && remove->isEnabled() && revert->isHidden());
 
-    // The new subject is shown with its one empty question.
-    EXPECT_EQ(subjects()->currentText(), QStringLiteral("Twenty-five characte"));
-    EXPECT_EQ(control<QTableView>(QStringLiteral("Grid1"))->model()->rowCount(), 1);
-
-    // Both files hold the new subject; the student's results grew and kept the old ones.
+    // Both files hold the new subjects; the student's results grew and kept the old ones.
     const TestBank saved = loadedTests();
-    EXPECT_EQ(saved.Subjects.at(7).Name, "Twenty-five characte");
+    ASSERT_EQ(saved.Subjects.size(), 6 + std::size(names));
+    for (std::size_t i = 0; i < std::size(names); ++i)
+        EXPECT_EQ(saved.Subjects[6 + i].Name, names[i].second);
     const StudentRecords records = loadedStudents(saved);
-    ASSERT_EQ(records.Students.at(0).Results.size(), 8u);
+    ASSERT_EQ(records.Students.at(0).Results.size(), saved.Subjects.size());
     EXPECT_EQ(records.Students[0].Results[1].High[3], 9);
-    EXPECT_EQ(records.Students[0].Results[7].High, SubjectResults{}.High);
-    EXPECT_EQ(records.CurrentSubject, 7);
+    EXPECT_EQ(records.CurrentSubject, saved.SubjectMax);
+
+    // Renaming offers the current name, converts and cuts the new one as adding
+    // does, and is not saved until the screen closes; cancelled, the name stays.
+    std::filesystem::remove(session.paths.TestsPath);
+    prompt.answerInput(QStringLiteral("Tom & Jerry \U0001F431\U0001F42D of the World"));
+    edit->click();
+    EXPECT_EQ(prompt.last()->defaultText, QString(20, QLatin1Char('x')));
+    EXPECT_EQ(Utf8(subjects()->currentText()), "Tom & Jerry ?? of th");
+    EXPECT_FALSE(std::filesystem::exists(session.paths.TestsPath));
+    edit->click();
+    EXPECT_EQ(session.bank.Subjects.back().Name, "Tom & Jerry ?? of th");
 }
 
-TEST_F(TestsScreenTest, DeletingAMiddleSubjectMovesTheRestButNotTheirFlags)
+TEST_F(TestsScreenTest, DeletingSubjectsAndRevertingAllKeepResultsInStepInBothFiles)
 {
     open(1);
     for (const char *name : {"A", "B", "C"})
         addSubject(QString::fromLatin1(name));
     TestBank &bank = session.bank;
+    std::vector<SubjectResults> &results = session.records.Students[0].Results;
     for (int s = 6; s <= 8; ++s) {
         bank.Limits[s].Seconds = 100 + s;
         bank.QuestionBank[s].Items()[0][0].Text = "question of " + bank.Subjects[s].Name;
         bank.Subjects[s].AdjacentLevels = s != 7;
-        session.records.Students[0].Results[s].Last[0] = static_cast<int16_t>(s);
+        results[s].Last[0] = static_cast<int16_t>(s);
     }
+    results[2].Last[4] = 6;
     subjects()->setCurrentIndex(6);
 
-    click(QStringLiteral("cmdDeleteSubject")); // Cancel
-    EXPECT_TRUE(askedToConfirm(QStringLiteral("Confirm Delete Subject")));
+    click("cmdDeleteSubject"); // Cancel
+    EXPECT_EQ(lastConfirm(), "Confirm Delete Subject");
     EXPECT_EQ(bank.SubjectMax, 8);
 
+    // Only the names move within Subjects: each AdjacentLevels flag stays at its index.
     prompt.answerConfirm(true);
-    click(QStringLiteral("cmdDeleteSubject"));
+    click("cmdDeleteSubject");
     ASSERT_EQ(bank.SubjectMax, 7);
-    ASSERT_EQ(bank.Subjects.size(), 8u);
-    EXPECT_EQ(bank.Subjects[6].Name, "B");
-    EXPECT_EQ(bank.Subjects[7].Name, "C");
-    EXPECT_TRUE(bank.Subjects[6].AdjacentLevels);  // A's flag stays at index 6
-    EXPECT_FALSE(bank.Subjects[7].AdjacentLevels); // B's flag stays at index 7
-    const std::vector<SubjectResults> &results = session.records.Students[0].Results;
+    EXPECT_EQ(bank.Subjects[6].Name + bank.Subjects[7].Name, "BC");
+    EXPECT_TRUE(bank.Subjects[6].AdjacentLevels && !bank.Subjects[7].AdjacentLevels);
     ASSERT_EQ(results.size(), 8u);
     for (int s = 6; s <= 7; ++s) {
         EXPECT_EQ(bank.Limits[s].Seconds, 101 + s);
         EXPECT_EQ(bank.QuestionBank[s].Items()[0][0].Text, "question of " + bank.Subjects[s].Name);
         EXPECT_EQ(results[s].Last[0], s + 1);
     }
-
     // The subject that followed the deleted one is shown; both files were written.
-    EXPECT_EQ(duration(), QStringLiteral("107"));
-    const TestBank saved = loadedTests();
+    EXPECT_EQ(control<QLineEdit>("txtDuration")->text(), QStringLiteral("107"));
+    TestBank saved = loadedTests();
     EXPECT_EQ(saved.SubjectMax, 7);
-    EXPECT_TRUE(saved.Subjects[6].AdjacentLevels);
     EXPECT_EQ(loadedStudents(saved).Students[0].Results.size(), 8u);
 
     // Deleting the last subject shows the new last one.
     subjects()->setCurrentIndex(7);
     prompt.answerConfirm(true);
-    click(QStringLiteral("cmdDeleteSubject"));
+    click("cmdDeleteSubject");
     EXPECT_EQ(session.records.CurrentSubject, 6);
     EXPECT_EQ(subjects()->currentText(), QStringLiteral("B"));
-}
 
-TEST_F(TestsScreenTest, RevertAllDropsAddedSubjectsAndTheirResults)
-{
-    open(1);
-    addSubject(QStringLiteral("Extra"));
-    session.records.Students[0].Results[2].Last[4] = 6;
-    session.bank.Limits[1].Seconds = 77;
-    ResizeQuestionSlots(session.bank, 20);
-
-    click(QStringLiteral("cmdRevertAll")); // Cancel
-    EXPECT_TRUE(askedToConfirm(QStringLiteral("Confirm Revert ALL to Default")));
-    EXPECT_EQ(session.bank.SubjectMax, 6);
-
+    // Revert all drops the added subjects and their results, and keeps the rest.
+    click("cmdRevertAll"); // Cancel
+    EXPECT_EQ(lastConfirm(), "Confirm Revert ALL to Default");
+    EXPECT_EQ(bank.SubjectMax, 6);
     prompt.answerConfirm(true);
-    click(QStringLiteral("cmdRevertAll"));
-    EXPECT_EQ(session.bank.SubjectMax, 5);
-    EXPECT_EQ(session.bank.QuestionMax, 11);
-    EXPECT_EQ(session.bank.Limits[1].Seconds, 30);
-    ASSERT_EQ(session.records.Students[0].Results.size(), 6u);
-    EXPECT_EQ(session.records.Students[0].Results[2].Last[4], 6);
-    // The added subject was current; the last built-in one is shown instead.
-    EXPECT_EQ(session.records.CurrentSubject, 5);
-    EXPECT_EQ(subjects()->count(), 6);
-
-    const TestBank saved = loadedTests();
+    click("cmdRevertAll");
+    EXPECT_EQ(bank.SubjectMax, 5);
+    ASSERT_EQ(results.size(), 6u);
+    EXPECT_EQ(results[2].Last[4], 6);
+    EXPECT_EQ(session.records.CurrentSubject, 5) << "the last built-in subject is shown";
+    saved = loadedTests();
     EXPECT_EQ(saved.SubjectMax, 5);
     EXPECT_EQ(loadedStudents(saved).Students[0].Results.size(), 6u);
 }
@@ -163,13 +136,13 @@ TEST_F(TestsScreenTest, TestLengthOutsideFiveToNineHundredNinetyNineBecomesThirt
         {"12abc", 30}, {"10.6", 11}, {"10.5", 10}, {"11.5", 12}, {"5.4", 5},  {"999.4", 30},
         {"999.5", 30}, {" 45 ", 45}, {"-20", 30},  {"1e9", 30},  {"1e1", 10}, {"6.5", 6},
     };
-    open(2);
-    auto *box = control<QLineEdit>(QStringLiteral("txtDuration"));
+    TestsScreen &screen = open(2);
+    auto *box = control<QLineEdit>("txtDuration");
     for (const auto &entry : cases) {
         session.bank.Limits[2].Seconds = 60;
         box->selectAll();
         QTest::keyClicks(box, QString::fromLatin1(entry.typed));
-        screen().txtDuration_LostFocus();
+        screen.txtDuration_LostFocus();
         EXPECT_EQ(session.bank.Limits[2].Seconds, entry.seconds) << '"' << entry.typed << '"';
         EXPECT_EQ(box->text(), QString::number(entry.seconds)) << '"' << entry.typed << '"';
     }
@@ -178,52 +151,15 @@ TEST_F(TestsScreenTest, TestLengthOutsideFiveToNineHundredNinetyNineBecomesThirt
     EXPECT_EQ(session.bank.Limits[3].Seconds, 30);
 }
 
-TEST_F(TestsScreenTest, OnlyAddedSubjectsCanBeRenamedOrDeleted)
-{
-    open(0);
-    auto *edit = control<QPushButton>(QStringLiteral("cmdEditSubject"));
-    auto *remove = control<QPushButton>(QStringLiteral("cmdDeleteSubject"));
-    auto *revert = control<QPushButton>(QStringLiteral("cmdRevert"));
-    click(QStringLiteral("cmdHelp"));
-    EXPECT_EQ(helpOpened, 1);
-    for (int subject = 0; subject < FirstAddedSubject; ++subject) {
-        subjects()->setCurrentIndex(subject);
-        EXPECT_FALSE(edit->isEnabled() || remove->isEnabled()) << subject;
-        EXPECT_FALSE(revert->isHidden()) << subject;
-        EXPECT_EQ(control<QGroupBox>(QStringLiteral("fraMulti"))->isHidden(), subject == 0);
-    }
-    // Called anyway, the handlers leave a built-in subject alone and ask nothing.
-    screen().cmdEditSubject_Click();
-    screen().cmdDeleteSubject_Click();
-    EXPECT_TRUE(prompt.shown().empty());
-    EXPECT_EQ(session.bank.SubjectMax, 5);
-
-    addSubject(QStringLiteral("Poetry"));
-    EXPECT_TRUE(edit->isEnabled() && remove->isEnabled());
-    EXPECT_TRUE(revert->isHidden());
-    std::filesystem::remove(session.paths.TestsPath);
-
-    // Renaming offers the current name and is not saved until the screen closes.
-    prompt.answerInput(QStringLiteral("Poetry and Rhymes of the World"));
-    edit->click();
-    EXPECT_EQ(prompt.last()->defaultText, QStringLiteral("Poetry"));
-    EXPECT_EQ(subjects()->currentText(), QStringLiteral("Poetry and Rhymes of"));
-    EXPECT_FALSE(std::filesystem::exists(session.paths.TestsPath));
-
-    // Cancelled, the name stays.
-    edit->click();
-    EXPECT_EQ(session.bank.Subjects[6].Name, "Poetry and Rhymes of");
-}
-
 TEST_F(TestsScreenTest, EveryWayOfClosingStoresTheLengthAndWritesTheTestsFile)
 {
     for (int way = 0; way < 3; ++way) {
         std::filesystem::remove(session.paths.TestsPath);
         TestsScreen &shown = open(3);
         shown.show();
-        control<QLineEdit>(QStringLiteral("txtDuration"))->setText(QString::number(40 + way));
+        control<QLineEdit>("txtDuration")->setText(QString::number(40 + way));
         if (way == 0)
-            click(QStringLiteral("cmdClose"));
+            click("cmdClose");
         else if (way == 1)
             QTest::keyClick(&shown, Qt::Key_Escape);
         else
@@ -250,10 +186,7 @@ TEST_F(TestsScreenTest, TabVisitsEachFrameTopDownAndTheControlsAreNamed)
                    "cmbHigh1_0",       "cmbLow2_0",       "cmbHigh2_0",  "optOff1",    "optOn2",
                    "cmbLow1_2",        "cmbHigh1_2",      "cmbLow2_2",   "cmbHigh2_2", "optOff3",
                    "cmdRevertAll",     "cmdHelp",         "cmdClose"}));
-    EXPECT_EQ(SpokenName(*control<QTableView>("Grid2")), "Arithmetic levels");
-    EXPECT_EQ(SpokenLabel(*subjects()), "Subject:");
-    EXPECT_EQ(SpokenName(*control<QLineEdit>("txtDuration")), "Time (in Seconds):");
-    EXPECT_EQ(SpokenLabel(*control<QComboBox>("cmbLow1_2")), "Number 1 - Low");
+    EXPECT_EQ(SpokenLabel(*control("cmbLow1_2")), "Number 1 - Low");
     arithmetic.close();
 
     TestsScreen &spelling = open(1);
@@ -264,9 +197,9 @@ TEST_F(TestsScreenTest, TabVisitsEachFrameTopDownAndTheControlsAreNamed)
                                         "cmbLevel", "txt1", "txt2", "txt3", "txt4", "txt5",
                                         "cmdAdd", "cmdDelete", "chkAdjacentLevels", "cmdRevert",
                                         "cmdRevertAll", "cmdHelp", "cmdClose"}));
-    EXPECT_EQ(SpokenName(*control<QTableView>("Grid1")), "Questions");
-    EXPECT_EQ(SpokenLabel(*control<QComboBox>("cmbLevel")), "Level:");
-    EXPECT_EQ(SpokenName(*control<QLineEdit>("txt3")), "Wrong Answer #1:");
+    EXPECT_EQ(SpokenName(*control("txt3")), "Wrong Answer #1:");
 }
+
+// The question frame.
 
 } // namespace

@@ -8,36 +8,6 @@
 
 namespace {
 
-// A directory nobody may create files in. Permission bits do not stop the
-// superuser, so when they do not hold, /proc (which refuses new files to
-// everyone) stands in for an installed program's directory.
-class UnwritableDir {
-public:
-    UnwritableDir()
-    {
-        QFile::setPermissions(m_dir.path(), QFile::ReadOwner | QFile::ExeOwner);
-        QFile probe(QDir(m_dir.path()).filePath(QStringLiteral("probe")));
-        if (probe.open(QIODevice::WriteOnly)) {
-            probe.remove();
-            m_path = QStringLiteral("/proc");
-        } else {
-            m_path = m_dir.path();
-        }
-    }
-    ~UnwritableDir()
-    {
-        QFile::setPermissions(m_dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-    UnwritableDir(const UnwritableDir &) = delete;
-    UnwritableDir &operator=(const UnwritableDir &) = delete;
-
-    const QString &path() const { return m_path; }
-
-private:
-    QTemporaryDir m_dir;
-    QString m_path;
-};
-
 QStringList Entries(const QString &dir)
 {
     return QDir(dir).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
@@ -68,28 +38,25 @@ TEST(DataLocation, PortableCopyKeepsDataBesideTheProgram)
     EXPECT_TRUE(CanCreateFilesIn(data));
 }
 
-TEST(DataLocation, InstalledCopyKeepsDataInTheUsersOwnDirectory)
+TEST(DataLocation, OtherwiseDataGoesToTheUsersOwnDirectory)
 {
-    const UnwritableDir program;
+    // /proc refuses new files to everyone, the superuser too (whom permission bits
+    // do not stop), as an installed program's directory refuses them to its users.
+    const QString program = QStringLiteral("/proc");
     QTemporaryDir user;
     const QString userData = QDir(user.path()).filePath(QStringLiteral("share/Tavrino"));
-
-    EXPECT_FALSE(CanCreateFilesIn(program.path()));
-    EXPECT_EQ(ChooseDataDir(program.path(), userData), userData + QStringLiteral("/data"));
+    EXPECT_FALSE(CanCreateFilesIn(program));
+    EXPECT_EQ(ChooseDataDir(program, userData), userData + QStringLiteral("/data"));
     // The directory above "data" is made, so creating "data" is one step; "data" is left
     // to the start-up, which creates it when missing.
     EXPECT_TRUE(QFileInfo(userData).isDir());
     EXPECT_FALSE(QFileInfo::exists(userData + QStringLiteral("/data")));
-}
 
-TEST(DataLocation, DataThatIsNotADirectoryIsNotUsed)
-{
-    QTemporaryDir program;
-    QTemporaryDir user;
-    QFile notADirectory(QDir(program.path()).filePath(QStringLiteral("data")));
+    // A file named "data" beside the program is not a data directory.
+    QTemporaryDir portable;
+    QFile notADirectory(QDir(portable.path()).filePath(QStringLiteral("data")));
     ASSERT_TRUE(notADirectory.open(QIODevice::WriteOnly));
     notADirectory.close();
-
     EXPECT_FALSE(CanCreateFilesIn(notADirectory.fileName()));
-    EXPECT_EQ(ChooseDataDir(program.path(), user.path()), user.path() + QStringLiteral("/data"));
+    EXPECT_EQ(ChooseDataDir(portable.path(), user.path()), user.path() + QStringLiteral("/data"));
 }
