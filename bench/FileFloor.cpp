@@ -1,5 +1,6 @@
 #include "FileFloor.h"
 
+#include "core/ReadFile.h"
 #include "core/UniqueFd.h"
 
 #include <fcntl.h>
@@ -10,9 +11,6 @@
 #include <unistd.h>
 
 namespace {
-
-// The loader's own threshold: below it, huge pages cost more than they save.
-constexpr std::size_t HugePageWorthBytes = 4 * 1024 * 1024;
 
 [[noreturn]] void Fail(const std::string &what, const std::filesystem::path &path)
 {

@@ -93,10 +93,6 @@ SubjectQuestions ReadSubjectQuestions(ByteReader &in, int32_t questionMax,
 
 void DecodeQuestionRecords(std::string_view records, std::size_t slotCount, LevelQuestions &items)
 {
-    for (std::vector<Question> &level : items) {
-        level.clear();
-        level.resize(slotCount);
-    }
     ByteReader in(records);
     for (std::size_t slot = 0; slot < slotCount; ++slot) {
         for (std::vector<Question> &level : items) {

@@ -31,6 +31,7 @@ std::size_t SubjectQuestionsBytesAtMost(const SubjectQuestions &questions);
 SubjectQuestions ReadSubjectQuestions(ByteReader &in, int32_t questionMax,
                                       const std::shared_ptr<const void> &owner);
 
-// Fills items with slotCount slots at every level from records that were checked
-// to hold slotCount x LevelCount questions when the file was read.
+// Fills slots 0..slotCount-1 of every level of items, which hold at least that
+// many, from records checked to hold slotCount x LevelCount questions when the
+// file was read.
 void DecodeQuestionRecords(std::string_view records, std::size_t slotCount, LevelQuestions &items);

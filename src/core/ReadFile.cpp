@@ -5,9 +5,10 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <new>
 #include <sys/mman.h>
 #include <sys/stat.h>
+
+#include <string>
 
 namespace {
 
@@ -49,13 +50,6 @@ std::size_t FileReader::read(char *into, std::size_t capacity)
     }
 }
 
-namespace {
-
-// Below this, ordinary pages are as quick and huge pages would waste memory.
-constexpr std::size_t HugePageWorthBytes = 4 * 1024 * 1024;
-
-} // namespace
-
 FileBytes::FileBytes(FileReader &file) : m_capacity(file.size())
 {
     if (m_capacity == 0) {
@@ -65,7 +59,8 @@ FileBytes::FileBytes(FileReader &file) : m_capacity(file.size())
         ::mmap(nullptr, m_capacity, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (m_memory == MAP_FAILED) {
         m_memory = nullptr;
-        throw std::bad_alloc();
+        throw FileReadFailed("there is not enough memory to read its " +
+                             std::to_string(m_capacity) + " bytes");
     }
 #ifdef MADV_HUGEPAGE
     if (m_capacity >= HugePageWorthBytes) {

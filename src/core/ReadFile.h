@@ -5,6 +5,7 @@
 #include "core/FileError.h"
 #include "core/UniqueFd.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
@@ -35,12 +36,17 @@ private:
     std::size_t m_size = 0;
 };
 
+// From this size on, a file read whole asks for huge pages; below it ordinary
+// pages are as quick and huge pages would waste memory.
+constexpr std::size_t HugePageWorthBytes = 4 * 1024 * 1024;
+
 // The rest of a file, read whole into memory of its own. Large files get memory
 // the system may back with huge pages, so that a new process fills 100 MB with
 // a few dozen page faults rather than tens of thousands.
 class FileBytes {
 public:
-    // Reads up to the size the file had when it was opened; throws FileReadFailed.
+    // Reads up to the size the file had when it was opened; throws FileReadFailed,
+    // also when there is no memory for it.
     explicit FileBytes(FileReader &file);
     ~FileBytes();
     FileBytes(const FileBytes &) = delete;

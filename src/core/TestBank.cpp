@@ -61,10 +61,10 @@ void SubjectQuestions::decode() const
     if (!m_stored) {
         return;
     }
-    DecodeQuestionRecords(m_stored->records, m_stored->slotCount, m_items);
     for (std::vector<Question> &level : m_items) {
-        level.resize(m_storedSlotCount);
+        level.assign(m_storedSlotCount, Question{});
     }
+    DecodeQuestionRecords(m_stored->records, m_stored->slotCount, m_items);
     m_stored.reset();
 }
 
