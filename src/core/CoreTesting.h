@@ -116,26 +116,6 @@ inline TestBank GrownBank()
     return bank;
 }
 
-// The default bank grown to questionMax, every slot of every stored subject filled
-// with texts that carry tag, so that two tags give two different files.
-inline TestBank LargeBank(int32_t questionMax, const std::string &tag)
-{
-    TestBank bank = DefaultTestBank();
-    ResizeQuestionSlots(bank, questionMax);
-    for (std::size_t s = SpellingSubject; s < bank.QuestionBank.size(); ++s) {
-        for (int level = 0; level < LevelCount; ++level) {
-            for (int32_t slot = 0; slot <= questionMax; ++slot) {
-                const std::string id = tag + " " + std::to_string(s) + "." + std::to_string(level) +
-                                       "." + std::to_string(slot);
-                bank.QuestionBank[s].Items()[level][slot] = {"Which is " + id + "?", id,
-                                                             "not " + id, "", "never " + tag};
-            }
-            bank.Limits[s].LastQuestion[level] = questionMax;
-        }
-    }
-    return bank;
-}
-
 // Five students with results for subjects 0..subjectMax: names outside ASCII, one
 // with blanks around it, one empty, and scores at both ends of their range.
 inline StudentRecords Roster(int32_t subjectMax)

@@ -266,8 +266,20 @@ TEST(TestsFile, LoadedQuestionsAreDecodedWhenAskedForAndSavedBackExactly)
 {
     const ScratchDir dir;
     const auto path = dir / "Tavrino_Tests.dat";
+    // Every slot of every stored subject filled, with texts outside ASCII.
     constexpr int slots = 300;
-    TestBank bank = LargeBank(slots - 1, "\u00EB");
+    TestBank bank = DefaultTestBank();
+    ResizeQuestionSlots(bank, slots - 1);
+    for (std::size_t s = SpellingSubject; s < bank.QuestionBank.size(); ++s) {
+        for (int level = 0; level < LevelCount; ++level) {
+            for (int slot = 0; slot < slots; ++slot) {
+                const std::string id =
+                    "\u00EB " + std::to_string(s * 1000000 + level * 1000 + slot);
+                bank.QuestionBank[s].Items()[level][slot] = {id + "?", id, "not " + id, "", "x"};
+            }
+            bank.Limits[s].LastQuestion[level] = slots - 1;
+        }
+    }
     ASSERT_FALSE(SaveTests(bank, path));
     const std::string bytes = ReadBytes(path);
     const std::size_t tables = LayoutOf(bank).arithLow1;

@@ -89,34 +89,25 @@ TEST_F(LongUseTest, AThousandTestsLeaveExactlyTheirScoresOnDiskAndMemoryFlat)
         if (test % 7 == 3) {
             nextStudent = (test / 7) % Students;
             screen->cmdSelectStudent_Click();
-            ASSERT_EQ(text("lblStudent"),
-                      QString::fromStdString(session.records.Students[nextStudent].Name));
         }
         const auto [subject, level] = Choices[test % std::size(Choices)];
         combo("cmbSubject")->setCurrentIndex(subject);
         chooseLevel(level);
-        ASSERT_EQ(session.records.CurrentLevel, level) << subject << "/" << level;
 
         screen->cmdStartTest_Click();
         const int rights = 1 + test % 3;
         const int wrongs = (test / 3) % 3;
         for (int answer = 0; answer < rights + wrongs; ++answer)
             subject == ArithmeticSubject ? typeAnswer(answer < rights) : choose(answer < rights);
-        ASSERT_EQ(text("lblScoreTotal"), QString::number(rights - wrongs)) << "test " << test;
-        if (test % 5 < 2) {
-            tick(TestSeconds);
-            ASSERT_FALSE(shown("cmdStartTest"));
-            tick(1); // the pause before Start comes back
-        } else {
+        if (test % 5 < 2)
+            tick(TestSeconds + 1); // the clock runs out, then the pause before Start comes back
+        else
             screen->cmdStop_Click();
-        }
-        ASSERT_TRUE(shown("cmdStartTest"));
+        ASSERT_TRUE(shown("cmdStartTest")) << "test " << test;
 
         auto &[last, high] = expected[{session.records.CurrentStudent, subject, level}];
         last = rights - wrongs;
         high = std::max(high, last);
-        ASSERT_EQ(texts({"lblLastScore", "lblHighScore"}), QString("%1|%2").arg(last).arg(high))
-            << "test " << test;
 
         // Back in the event loop between tests, with the clock stopped so that
         // no tick comes from it.

@@ -202,9 +202,10 @@ protected:
         QTest::keyClick(entry, Qt::Key_Return);
     }
 
-    // The right answer among the buttons: the Answer of the subject's stored
-    // question whose text and four answers are the ones shown (as the child reads them).
-    QString rightChoice() const
+    // Clicks a right or a wrong answer and presses Enter on it. The right one is
+    // the Answer of the subject's stored question whose text and four answers are
+    // the ones shown (as the child reads them).
+    void choose(bool right)
     {
         std::multiset<std::string> onButtons;
         for (int index = 0; index < 4; ++index)
@@ -222,17 +223,10 @@ protected:
                     std::multiset<std::string>{q.Answer, q.Wrong1, q.Wrong2, q.Wrong3} == onButtons)
                     answers.insert(q.Answer);
             }
-        EXPECT_EQ(answers.size(), 1u) << "the question on the screen is one stored question";
-        return answers.empty() ? QString() : QString::fromStdString(*answers.begin());
-    }
-
-    // Clicks a right or a wrong answer and presses Enter on it.
-    void choose(bool right)
-    {
-        const QString wanted = rightChoice();
+        ASSERT_EQ(answers.size(), 1u) << "the question on the screen is one stored question";
         for (int index = 0; index < 4; ++index) {
             QRadioButton *answer = answerButton(index);
-            if ((ShownText(*answer) == wanted) == right) {
+            if ((ShownText(*answer).toStdString() == *answers.begin()) == right) {
                 QTest::mouseClick(answer, Qt::LeftButton);
                 QTest::keyClick(answer, Qt::Key_Return);
                 return;

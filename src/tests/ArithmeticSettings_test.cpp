@@ -9,7 +9,10 @@ TEST_F(ArithmeticSettingsTest, GridShowsEveryLevelAndChoosingOneShowsItsSettings
     ASSERT_EQ(grid()->model()->rowCount(), 16);
     // Level K asks addition only; its ranges are emphasised, the rest read "Off" plainly.
     EXPECT_EQ(cells(0, Add), QStringList({"0", "1", "0", "4"}));
-    EXPECT_TRUE(bold(3, 2) && !bold(3, 5));
+    const auto bold = [this](int column) {
+        return grid()->model()->index(3, column).data(Qt::FontRole).value<QFont>().bold();
+    };
+    EXPECT_TRUE(bold(2) && !bold(5));
     EXPECT_EQ(cells(0, Sub), Off);
     EXPECT_EQ((QStringList{cell(3, 17), cell(3, 18), cell(4, 17), cell(4, 18)}),
               (QStringList{"No", "No", "Yes", "Yes"}));
@@ -54,7 +57,7 @@ TEST_F(ArithmeticSettingsTest, GridShowsEveryLevelAndChoosingOneShowsItsSettings
     EXPECT_TRUE(prompt.shown().empty());
 }
 
-TEST_F(ArithmeticSettingsTest, HighBelowLowIsRefusedAndTheLowListStartsAgain)
+TEST_F(ArithmeticSettingsTest, HighBelowLowIsRefusedAndTheEndsOfTheListsAreAccepted)
 {
     frame->showLevel(2); // addition 6..12, 6..12
     pick(QStringLiteral("cmbLow1_0"), QStringLiteral("7"));
@@ -87,32 +90,23 @@ TEST_F(ArithmeticSettingsTest, HighBelowLowIsRefusedAndTheLowListStartsAgain)
     QTest::keyClick(control<QComboBox>("cmbHigh2_2"), Qt::Key_Up);
     EXPECT_EQ(session.bank.ArithHigh2[2][Mul], 4);
     EXPECT_EQ(cells(2, Mul), QStringList({"0", "5", "4", "4"}));
-    EXPECT_EQ(prompt.shown().size(), 3u);
-}
 
-TEST_F(ArithmeticSettingsTest, RangesAtTheEndsOfTheListsAreAccepted)
-{
-    const int level = 9; // "x" only
-    frame->showLevel(level);
-    for (const char *on : {"optOn0", "optOn1", "optOn3"})
-        control<QRadioButton>(on)->click();
-    // Addition 0..30 and 30..30; subtraction 0..0 and 0..30; division 1..30 and 30..30.
-    const struct {
-        int operation;
-        QStringList ends;
-    } ranges[] = {{Add, {"0", "30", "30", "30"}},
-                  {Sub, {"0", "0", "0", "30"}},
-                  {Div, {"1", "30", "30", "30"}}};
-    for (const auto &range : ranges) {
-        const QString op = QString::number(range.operation);
+    // The ends of the lists are accepted: at level 9 ("x" only), addition 0..30 and
+    // 30..30, subtraction 0..0 and 0..30, division 1..30 and 30..30.
+    frame->showLevel(9);
+    const std::pair<int, QStringList> ranges[] = {{Add, {"0", "30", "30", "30"}},
+                                                  {Sub, {"0", "0", "0", "30"}},
+                                                  {Div, {"1", "30", "30", "30"}}};
+    for (const auto &[operation, ends] : ranges) {
+        frame->optOn_Click(operation);
         // Highs first, so that no low ever passes its high.
         for (int k : {1, 0, 3, 2})
-            pick(QStringList{"cmbLow1_", "cmbHigh1_", "cmbLow2_", "cmbHigh2_"}[k] + op,
-                 range.ends[k]);
-        EXPECT_EQ(cells(level, range.operation), range.ends);
+            pick(QStringList{"cmbLow1_", "cmbHigh1_", "cmbLow2_", "cmbHigh2_"}[k] +
+                     QString::number(operation),
+                 ends[k]);
+        EXPECT_EQ(cells(9, operation), ends);
     }
-    EXPECT_TRUE(prompt.shown().empty()) << "no range was refused";
-    EXPECT_EQ(session.bank.ArithHigh2[level][Div], 30);
+    EXPECT_EQ(prompt.shown().size(), 3u) << "nothing more was refused";
 }
 
 TEST_F(ArithmeticSettingsTest, OperationsAndSwitchesEditTheLevelAndTheGrid)

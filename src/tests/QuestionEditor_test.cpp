@@ -89,14 +89,13 @@ TEST_F(QuestionEditorTest, AddingToAFullLevelGrowsEverySubjectsSlots)
     click("cmdAdd");
     EXPECT_EQ(session.bank.QuestionMax, 12);
     EXPECT_EQ(session.bank.Limits[1].LastQuestion[3], 12);
-    EXPECT_EQ(level()->currentText(), QStringLiteral("3"));
+    EXPECT_EQ(control<QComboBox>("cmbLevel")->currentText(), QStringLiteral("3"));
 }
 
 TEST_F(QuestionEditorTest, DeletingAQuestionMovesTheLaterOnesUpButKeepsTheLastOne)
 {
     open(1);
-    prompt.answerInput(QStringLiteral("Poetry"));
-    click("cmdAddSubject");
+    addSubject(QStringLiteral("Poetry"));
     ASSERT_EQ(rows(), 1);
     click("cmdDelete");
     EXPECT_EQ(prompt.last()->kind, ScriptedPrompt::Shown::Kind::Stop);
@@ -138,7 +137,7 @@ TEST_F(QuestionEditorTest, ChangingTheLevelMovesTheQuestionToTheEndOfThatLevel)
     const Question moved = question(1, 2, 0);
     const std::string next = question(1, 2, 1).Text;
     clickRow(24); // level 2, first question
-    level()->setCurrentIndex(0);
+    control<QComboBox>("cmbLevel")->setCurrentIndex(0);
 
     // Level K outgrows the slots, so every subject grows one.
     EXPECT_EQ(session.bank.QuestionMax, 12);
@@ -154,9 +153,9 @@ TEST_F(QuestionEditorTest, ChangingTheLevelMovesTheQuestionToTheEndOfThatLevel)
     EXPECT_EQ(txt(2)->text(), QString::fromStdString(moved.Answer));
 }
 
-TEST_F(QuestionEditorTest, RevertingSpellingBringsBackItsQuestionsAndFlag)
+TEST_F(QuestionEditorTest, RevertingSpellingBringsBackItsQuestionsAndFlagAndRowsScrollIntoView)
 {
-    open(1);
+    open(1).show();
     txt(1)->setText(QStringLiteral("changed"));
     click("cmdAdd");
     auto *adjacent = control<QCheckBox>("chkAdjacentLevels");
@@ -174,25 +173,17 @@ TEST_F(QuestionEditorTest, RevertingSpellingBringsBackItsQuestionsAndFlag)
     EXPECT_TRUE(session.bank.Subjects[1].AdjacentLevels && adjacent->isChecked());
     EXPECT_EQ(rows(), 156);
     EXPECT_EQ(session.bank.Limits[2].LastQuestion[0], 5) << "Geography was not touched";
-}
 
-TEST_F(QuestionEditorTest, TheSelectedRowIsScrolledToTheTopOnlyWhenOutOfView)
-{
-    open(1).show();
-    QTableView *view = grid();
+    // A selected row is scrolled to the top only when it is out of view.
     auto *editor = control<QuestionEditor>("fraMulti");
-    ASSERT_EQ(view->rowAt(0), 0);
-    const auto select = [&](int row) {
+    ASSERT_EQ(grid()->rowAt(0), 0);
+    const std::pair<int, int> rowAndTop[] = {{60, 60}, {61, 60}, {59, 59}};
+    for (const auto &[row, top] : rowAndTop) {
         editor->selectRow(row);
         editor->keepInView();
-        return view->rowAt(0);
-    };
-    EXPECT_EQ(select(60), 60); // far below: becomes the top row
-    EXPECT_EQ(select(61), 60); // just below the top: stays put
-    EXPECT_EQ(select(59), 59); // above the top: becomes the top row
+        EXPECT_EQ(grid()->rowAt(0), top) << row;
+    }
     EXPECT_EQ(txt(1)->text(), QString::fromStdString(question(1, 4, 11).Text));
 }
-
-// The Arithmetic settings frame.
 
 } // namespace

@@ -125,7 +125,6 @@ protected:
     {
         return control<QLineEdit>(QStringLiteral("txt%1").arg(index));
     }
-    QComboBox *level() const { return control<QComboBox>("cmbLevel"); }
     QString cell(int row, int column) const { return TestsScreenTest::cell(*grid(), row, column); }
     int rows() const { return grid()->model()->rowCount(); }
     int currentRow() const { return grid()->currentIndex().row(); }
@@ -149,10 +148,6 @@ protected:
 
     QTableView *grid() const { return control<QTableView>("Grid2"); }
     QString cell(int row, int column) const { return TestsScreenTest::cell(*grid(), row, column); }
-    bool bold(int row, int column) const
-    {
-        return grid()->model()->index(row, column).data(Qt::FontRole).value<QFont>().bold();
-    }
     // The four cells of an operation at a level: Number 1 low, high, Number 2 low, high.
     QStringList cells(int level, int operation) const
     {

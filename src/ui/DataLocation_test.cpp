@@ -1,3 +1,5 @@
+// Where the data goes: "data" beside the program when that directory accepts new
+// files, otherwise "data" in the user's own directory.
 #include "ui/DataLocation.h"
 
 #include <QDir>
@@ -20,43 +22,36 @@ TEST(DataLocation, PortableCopyKeepsDataBesideTheProgram)
 {
     QTemporaryDir program;
     QTemporaryDir user;
-    const QString userData = QDir(user.path()).filePath(QStringLiteral("Tavrino"));
+    const QString userData = user.path() + "/Tavrino";
+    const QString data = program.path() + "/data";
 
     // No data directory yet: the program directory is probed and left as it was.
-    EXPECT_EQ(ChooseDataDir(program.path(), userData), program.path() + QStringLiteral("/data"));
+    EXPECT_EQ(ChooseDataDir(program.path(), userData), data);
     EXPECT_EQ(Entries(program.path()), QStringList());
     EXPECT_FALSE(QFileInfo::exists(userData));
 
     // An existing data directory is used and keeps only what it held.
-    ASSERT_TRUE(QDir(program.path()).mkdir(QStringLiteral("data")));
-    const QString data = program.path() + QStringLiteral("/data");
-    QFile students(QDir(data).filePath(QStringLiteral("Tavrino_Students.dat")));
-    ASSERT_TRUE(students.open(QIODevice::WriteOnly));
-    students.close();
+    ASSERT_TRUE(QDir(program.path()).mkdir("data"));
+    ASSERT_TRUE(QFile(data + "/Tavrino_Students.dat").open(QIODevice::WriteOnly));
     EXPECT_EQ(ChooseDataDir(program.path(), userData), data);
-    EXPECT_EQ(Entries(data), QStringList{QStringLiteral("Tavrino_Students.dat")});
-    EXPECT_TRUE(CanCreateFilesIn(data));
+    EXPECT_EQ(Entries(data), QStringList{"Tavrino_Students.dat"});
 }
 
 TEST(DataLocation, OtherwiseDataGoesToTheUsersOwnDirectory)
 {
     // /proc refuses new files to everyone, the superuser too (whom permission bits
     // do not stop), as an installed program's directory refuses them to its users.
-    const QString program = QStringLiteral("/proc");
     QTemporaryDir user;
-    const QString userData = QDir(user.path()).filePath(QStringLiteral("share/Tavrino"));
-    EXPECT_FALSE(CanCreateFilesIn(program));
-    EXPECT_EQ(ChooseDataDir(program, userData), userData + QStringLiteral("/data"));
-    // The directory above "data" is made, so creating "data" is one step; "data" is left
-    // to the start-up, which creates it when missing.
+    const QString userData = user.path() + "/share/Tavrino";
+    EXPECT_FALSE(CanCreateFilesIn("/proc"));
+    EXPECT_EQ(ChooseDataDir("/proc", userData), userData + "/data");
+    // The directory above "data" is made, so creating "data" is one step; "data" is
+    // left to the start-up, which creates it when missing.
     EXPECT_TRUE(QFileInfo(userData).isDir());
-    EXPECT_FALSE(QFileInfo::exists(userData + QStringLiteral("/data")));
+    EXPECT_FALSE(QFileInfo::exists(userData + "/data"));
 
     // A file named "data" beside the program is not a data directory.
     QTemporaryDir portable;
-    QFile notADirectory(QDir(portable.path()).filePath(QStringLiteral("data")));
-    ASSERT_TRUE(notADirectory.open(QIODevice::WriteOnly));
-    notADirectory.close();
-    EXPECT_FALSE(CanCreateFilesIn(notADirectory.fileName()));
-    EXPECT_EQ(ChooseDataDir(portable.path(), user.path()), user.path() + QStringLiteral("/data"));
+    ASSERT_TRUE(QFile(portable.path() + "/data").open(QIODevice::WriteOnly));
+    EXPECT_EQ(ChooseDataDir(portable.path(), user.path()), user.path() + "/data");
 }

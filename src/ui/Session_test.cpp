@@ -20,9 +20,8 @@ TEST(Session, AFailedSaveShowsAStopMessageAndKeepsTheOldFile)
     ScriptedPrompt prompt;
     Session session(dir.paths(), prompt);
     BuildDefaultTests(session.bank);
-    session.records.Students.push_back(NewStudent(session.bank.SubjectMax));
-    session.records.Students.front().Name = "Ann";
-    session.records.Students.front().Current = true;
+    session.records.Students = {NewStudent(session.bank.SubjectMax)};
+    session.records.Students[0].Current = true;
     ASSERT_TRUE(session.saveTests(nullptr));
     ASSERT_TRUE(session.saveStudents(nullptr));
     ASSERT_TRUE(prompt.shown().empty());
@@ -52,9 +51,8 @@ TEST(Session, AFailedSaveShowsAStopMessageAndKeepsTheOldFile)
         ASSERT_EQ(prompt.shown().size(), 1u);
         const ScriptedPrompt::Shown &shown = prompt.shown().front();
         EXPECT_EQ(shown.kind, ScriptedPrompt::Shown::Kind::Stop);
-        EXPECT_TRUE(shown.text.contains(QString::fromStdString(save.path.string())))
-            << shown.text.toStdString();
-        EXPECT_TRUE(shown.text.contains(QString::fromLocal8Bit(std::strerror(save.fault.error))))
+        EXPECT_TRUE(shown.text.contains(QString::fromStdString(save.path.string())) &&
+                    shown.text.contains(QString::fromLocal8Bit(std::strerror(save.fault.error))))
             << shown.text.toStdString();
         EXPECT_EQ(ReadFileBytes(save.path), old);
         // What was in memory is kept, so the next save can still write it.
