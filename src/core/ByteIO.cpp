@@ -17,6 +17,10 @@ namespace {
 // memory the program already uses rather than from fresh pages.
 constexpr std::size_t WindowBytes = 64 * 1024;
 
+// The files are little-endian; so is nearly every machine, where a table of
+// 16-bit values is copied as it is instead of byte by byte.
+constexpr bool HostIsLittleEndian = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
+
 } // namespace
 
 ByteReader::ByteReader(std::size_t size, ByteSource source)
@@ -84,9 +88,13 @@ int16_t ByteReader::int16()
 void ByteReader::int16s(int16_t *values, std::size_t count)
 {
     const std::string_view b = take(2 * count);
-    for (std::size_t i = 0; i < count; ++i) {
-        values[i] = static_cast<int16_t>(static_cast<unsigned char>(b[2 * i]) |
-                                         (static_cast<unsigned char>(b[2 * i + 1]) << 8));
+    if constexpr (HostIsLittleEndian) {
+        std::memcpy(values, b.data(), b.size());
+    } else {
+        for (std::size_t i = 0; i < count; ++i) {
+            values[i] = static_cast<int16_t>(static_cast<unsigned char>(b[2 * i]) |
+                                             (static_cast<unsigned char>(b[2 * i + 1]) << 8));
+        }
     }
 }
 
@@ -182,12 +190,12 @@ void ByteWriter::int16(int16_t value)
 
 void ByteWriter::int16s(const int16_t *values, std::size_t count)
 {
-    const std::size_t start = m_bytes.size();
-    m_bytes.resize(start + 2 * count);
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto bits = static_cast<uint16_t>(values[i]);
-        m_bytes[start + 2 * i] = static_cast<char>(bits & 0xFF);
-        m_bytes[start + 2 * i + 1] = static_cast<char>(bits >> 8);
+    if constexpr (HostIsLittleEndian) {
+        m_bytes.append(reinterpret_cast<const char *>(values), 2 * count);
+    } else {
+        for (std::size_t i = 0; i < count; ++i) {
+            appendUint16(static_cast<uint16_t>(values[i]));
+        }
     }
     passFullPiece();
 }
