@@ -66,24 +66,17 @@ void BM_PopulateGrid(benchmark::State &state)
                 "frame_");
 }
 
-// Takes the added question back and leaves every decoded level's table as a
-// load leaves it, exactly as long as the slots, so each run pays for the growth
-// anew. Subjects still in the file's form are left so.
+// Takes the added question back. Shrinking frees what the growth took, so
+// each run pays for the growth anew.
 void UndoAdd(TestBank &bank, int32_t questionMax, int32_t lastQuestion, int level)
 {
     bank.Limits[SubjectEdited].LastQuestion[level] = lastQuestion;
     ResizeQuestionSlots(bank, questionMax);
-    for (SubjectQuestions &subject : bank.QuestionBank) {
-        if (subject.Stored())
-            continue;
-        for (std::vector<Question> &questions : subject.Items())
-            questions.shrink_to_fit();
-    }
 }
 
 // Adding a question at the end of a full level grows every subject by a slot.
 // A subject whose questions nobody has asked for since loading grows without
-// being decoded; one that was decoded moves its questions to larger tables.
+// being decoded; one that was decoded gives each level another slot.
 // Both cases are measured: the bank as loaded with only the edited subject
 // decoded, as after opening the Tests screen, and every subject decoded, as
 // after an adult has gone through all fifty in one session.

@@ -151,8 +151,8 @@ inline void ExpectSameBank(const TestBank &a, const TestBank &b)
         EXPECT_EQ(a.Limits[s].LastQuestion, b.Limits[s].LastQuestion);
         EXPECT_EQ(a.Limits[s].Seconds, b.Limits[s].Seconds);
         for (int level = 0; level < LevelCount; ++level) {
-            const std::vector<Question> &x = a.QuestionBank[s].Items()[level];
-            const std::vector<Question> &y = b.QuestionBank[s].Items()[level];
+            const LevelSlots &x = a.QuestionBank[s].Items()[level];
+            const LevelSlots &y = b.QuestionBank[s].Items()[level];
             ASSERT_EQ(x.size(), y.size());
             for (std::size_t slot = 0; slot < x.size(); ++slot) {
                 EXPECT_EQ(key(x[slot]), key(y[slot]))

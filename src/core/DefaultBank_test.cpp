@@ -150,7 +150,7 @@ TEST(DefaultBank, RevertingRestoresOnlyWhatItNames)
     const TestBank fresh = DefaultTestBank();
     TestBank bank = DefaultTestBank();
     constexpr int history = 3;
-    std::vector<Question> &level3 = bank.QuestionBank[history].Items()[3];
+    LevelSlots &level3 = bank.QuestionBank[history].Items()[3];
     for (int slot = 6; slot <= 9; ++slot) {
         level3[slot] = {"q" + std::to_string(slot), "a", "b", "c", "d"};
     }

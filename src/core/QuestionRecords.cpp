@@ -63,7 +63,7 @@ std::size_t SubjectQuestionsBytesAtMost(const SubjectQuestions &questions)
         return bytes + stored->records.size() +
                (questions.SlotCount() - stored->slotCount) * LevelCount * MinQuestionBytes;
     }
-    for (const std::vector<Question> &level : questions.Items()) {
+    for (const LevelSlots &level : questions.Items()) {
         for (const Question &question : level) {
             bytes += MinQuestionBytes + question.Text.size() + question.Answer.size() +
                      question.Wrong1.size() + question.Wrong2.size() + question.Wrong3.size();
@@ -95,7 +95,7 @@ void DecodeQuestionRecords(std::string_view records, std::size_t slotCount, Leve
 {
     ByteReader in(records);
     for (std::size_t slot = 0; slot < slotCount; ++slot) {
-        for (std::vector<Question> &level : items) {
+        for (LevelSlots &level : items) {
             Question &question = level[slot];
             question.Text = in.text();
             question.Answer = in.text();

@@ -51,7 +51,7 @@ void SubjectQuestions::ResizeSlots(std::size_t count)
         m_storedSlotCount = count;
         return;
     }
-    for (std::vector<Question> &level : Items()) {
+    for (LevelSlots &level : Items()) {
         level.resize(count);
     }
 }
@@ -61,7 +61,7 @@ void SubjectQuestions::decode() const
     if (!m_stored) {
         return;
     }
-    for (std::vector<Question> &level : m_items) {
+    for (LevelSlots &level : m_items) {
         level.assign(m_storedSlotCount, Question{});
     }
     DecodeQuestionRecords(m_stored->records, m_stored->slotCount, m_items);

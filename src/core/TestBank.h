@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -48,8 +49,13 @@ struct Question {
     std::string Wrong3;
 };
 
+// One level's questions, slot by slot. A deque rather than a vector: adding a
+// question to a full level gives every level of every subject another slot,
+// and a deque grows without moving the questions it already holds.
+using LevelSlots = std::deque<Question>;
+
 // [level][slot]
-using LevelQuestions = std::array<std::vector<Question>, LevelCount>;
+using LevelQuestions = std::array<LevelSlots, LevelCount>;
 
 // One subject's question records as the Tests file holds them (slot by slot,
 // level fastest, five texts each), checked when the file was read, with what

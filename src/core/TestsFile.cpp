@@ -33,7 +33,7 @@ bool HasSlots(const SubjectQuestions &questions, std::size_t slots)
     if (questions.Stored()) {
         return questions.SlotCount() == slots;
     }
-    for (const std::vector<Question> &level : questions.Items()) {
+    for (const LevelSlots &level : questions.Items()) {
         if (level.size() != slots) {
             return false;
         }

@@ -30,7 +30,7 @@ Layout LayoutOf(const TestBank &bank)
     for (const SubjectQuestions &questions : bank.QuestionBank) {
         layout.items.push_back(at);
         at += 18;
-        for (const std::vector<Question> &level : questions.Items()) {
+        for (const LevelSlots &level : questions.Items()) {
             for (const Question &q : level) {
                 at += size(q.Text) + size(q.Answer) + size(q.Wrong1) + size(q.Wrong2) +
                       size(q.Wrong3);

@@ -208,7 +208,7 @@ MultipleChoiceProblem QuestionSequence::NextMultipleChoice(const TestBank &bank,
     }
 
     const int questionLevel = ChooseLevel(bank, subject, level, random);
-    const std::vector<Question> &slots = bank.QuestionBank[s].Items()[questionLevel];
+    const LevelSlots &slots = bank.QuestionBank[s].Items()[questionLevel];
     const int count = QuestionCount(bank.Limits[s].LastQuestion[questionLevel], slots.size());
     std::vector<bool> &used = QuestionFlags(subject, questionLevel, count);
 

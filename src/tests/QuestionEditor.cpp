@@ -219,7 +219,7 @@ void QuestionEditor::DoDeleteQuestion()
         return;
     const int level = m_model->levelOf(row);
     const int slot = m_model->slotOf(row);
-    std::vector<Question> &items = m_session.bank.QuestionBank[m_model->subject()].Items()[level];
+    LevelSlots &items = m_session.bank.QuestionBank[m_model->subject()].Items()[level];
     int32_t &last = m_session.bank.Limits[m_model->subject()].LastQuestion[level];
     for (int j = slot; j < last; ++j)
         items[j] = std::move(items[j + 1]);
