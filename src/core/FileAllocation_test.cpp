@@ -1,6 +1,7 @@
 // A count that claims more than the file holds must be refused before memory is
-// set aside for it. This binary replaces the global operator new to count what
-// the loaders ask for, so it is kept apart from the other tests.
+// set aside for it, and a file too large for the memory left must be reported,
+// not crash the program. This binary replaces the global operator new to count
+// what the loaders ask for, so it is kept apart from the other tests.
 #include "core/ByteIO.h"
 #include "core/CoreTesting.h"
 #include "core/StudentsFile.h"
@@ -8,8 +9,12 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <new>
 #include <string>
 
@@ -24,6 +29,39 @@ std::string Int32(int32_t value)
     out.int32(value);
     return out.bytes();
 }
+
+// The address space the process has mapped, in bytes.
+rlim_t AddressSpaceInUse()
+{
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line)) {
+        if (line.rfind("VmSize:", 0) == 0)
+            return static_cast<rlim_t>(std::stoull(line.substr(7))) * 1024;
+    }
+    return 0;
+}
+
+// Leaves the process only headroom bytes more address space while it lives.
+class AddressSpaceLimit {
+public:
+    explicit AddressSpaceLimit(rlim_t headroom)
+    {
+        ::getrlimit(RLIMIT_AS, &m_previous);
+        rlimit limited = m_previous;
+        limited.rlim_cur = AddressSpaceInUse() + headroom;
+        m_set = ::setrlimit(RLIMIT_AS, &limited) == 0;
+    }
+    ~AddressSpaceLimit() { ::setrlimit(RLIMIT_AS, &m_previous); }
+    AddressSpaceLimit(const AddressSpaceLimit &) = delete;
+    AddressSpaceLimit &operator=(const AddressSpaceLimit &) = delete;
+
+    bool set() const { return m_set; }
+
+private:
+    rlimit m_previous{};
+    bool m_set = false;
+};
 
 } // namespace
 
@@ -110,4 +148,31 @@ TEST(FileAllocation, CountsBeyondTheFileAreRefusedBeforeAnythingIsAllocated)
     g_counting = false;
     ASSERT_EQ(result.status, LoadResult::Status::Loaded);
     EXPECT_GT(g_requested, valid.size());
+}
+
+TEST(FileAllocation, AFileLargerThanTheMemoryLeftIsReportedAsUnreadable)
+{
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the sanitizer's own memory cannot work under an address-space limit";
+#endif
+    const ScratchDir dir;
+    const auto path = dir / "Tavrino_Tests.dat";
+    constexpr std::uintmax_t size = 256u << 20;
+    WriteBytes(path, "");
+    std::filesystem::resize_file(path, size); // sparse: nothing is written to the disk
+
+    TestBank bank;
+    LoadResult result;
+    {
+        const AddressSpaceLimit limit(32u << 20);
+        ASSERT_TRUE(limit.set());
+        result = LoadTests(bank, path);
+    }
+    ASSERT_EQ(result.status, LoadResult::Status::Failed);
+    ASSERT_TRUE(result.error);
+    EXPECT_EQ(result.error->kind, FileError::Kind::Unreadable);
+    const std::string message = result.error->message();
+    EXPECT_NE(message.find("not enough memory"), std::string::npos) << message;
+    EXPECT_NE(message.find(std::to_string(size)), std::string::npos) << message;
+    EXPECT_EQ(bank.SubjectMax, -1) << "nothing was loaded";
 }
