@@ -41,122 +41,91 @@ void SetQuestions(TestBank &bank, int subject, int level, int count)
     bank.Limits[subject].LastQuestion[level] = count - 1;
 }
 
-void SetRanges(TestBank &bank, int level, char symbol, int low1, int high1, int low2, int high2)
+// One value of what was drawn, cut into rounds of the given size.
+template <typename Drawn>
+std::vector<std::multiset<int>> Rounds(const std::vector<Drawn> &drawn, int Drawn::*value,
+                                       std::size_t size)
 {
-    const int op = OperationIndex(symbol);
-    bank.ArithLow1[level][op] = low1;
-    bank.ArithHigh1[level][op] = high1;
-    bank.ArithLow2[level][op] = low2;
-    bank.ArithHigh2[level][op] = high2;
-}
-
-// A problem as the child sees it, the box to fill in bracketed: "9+[1]=10".
-std::string Shown(const ArithmeticProblem &p)
-{
-    std::string boxes[] = {std::to_string(p.Number1), std::to_string(p.Number2),
-                           std::to_string(p.Answer)};
-    std::string &blank = boxes[static_cast<int>(p.blank)];
-    blank = "[" + blank + "]";
-    return boxes[0] + p.symbol + boxes[1] + "=" + boxes[2];
-}
-
-// The values drawn, cut into rounds of the given size.
-std::vector<std::multiset<int>> Rounds(const std::vector<int> &values, std::size_t size)
-{
-    std::vector<std::multiset<int>> rounds;
-    for (std::size_t from = 0; from + size <= values.size(); from += size)
-        rounds.emplace_back(values.begin() + from, values.begin() + from + size);
+    std::vector<std::multiset<int>> rounds(drawn.size() / size);
+    for (std::size_t i = 0; i < rounds.size() * size; ++i)
+        rounds[i / size].insert(drawn[i].*value);
     return rounds;
 }
 
 std::multiset<int> Span(int low, int high)
 {
     std::multiset<int> values;
-    for (int value = low; value <= high; ++value)
-        values.insert(value);
+    while (low <= high)
+        values.insert(low++);
     return values;
 }
 
 } // namespace
 
-TEST(ArithmeticQuestions, EachOperandValueOnceInEveryRoundAndDamagedRangesStayInTheList)
+TEST(ArithmeticQuestions, OperationsInOrderSwitchesCarryOnAndEachOperandOnceInEveryRound)
 {
     TestBank bank = SmallBank();
-    SetRanges(bank, 4, '+', -5, 40, 2, 6);  // beyond both ends of the list of 0..30
-    SetRanges(bank, 4, 'x', 33, 40, 12, 3); // a range with high below low is its low end
-    // One sequence for all: each test starts from a fresh list of operands.
-    QuestionSequence sequence;
-    for (std::uint32_t seed = 1; seed <= 3; ++seed) {
-        RandomSource random(seed);
-        bank.ArithOps[4] = ""; // asks addition
-        sequence.StartArithmetic(bank, 4);
-        std::vector<int> firsts, seconds;
-        for (int i = 0; i < 42; ++i) {
-            const ArithmeticProblem problem = sequence.NextArithmetic(bank, 4, random);
-            ASSERT_EQ(problem.symbol, '+');
-            firsts.push_back(problem.Number1);
-            seconds.push_back(problem.Number2);
-        }
-        EXPECT_EQ(Rounds(firsts, 31), std::vector(1, Span(0, 30))) << "seed " << seed;
-        EXPECT_EQ(Rounds(seconds, 5), std::vector(8, Span(2, 6))) << "seed " << seed;
-        bank.ArithOps[4] = "?x "; // characters that are no operation are passed over
-        sequence.StartArithmetic(bank, 4);
-        for (int i = 0; i < 3; ++i)
-            EXPECT_EQ(Shown(sequence.NextArithmetic(bank, 4, random)), "30x12=[360]");
+    // Level, operation, and the low and high ends of the first and the second
+    // number. Ranges are cut to the list of operands, 0..30, and one with high
+    // below low stands for its low end.
+    const std::tuple<int, char, int, int, int, int> ranges[] = {
+        {1, '+', 1, 1, 9, 9},   {1, '-', 1, 1, 9, 9},    {2, '+', 0, 0, 30, 30},
+        {2, '-', 30, 30, 0, 0}, {2, 'x', 33, 40, 12, 3}, {2, '/', 30, 30, 30, 30},
+        {4, '+', -5, 40, 2, 6}};
+    for (const auto &[level, symbol, low1, high1, low2, high2] : ranges) {
+        const int op = OperationIndex(symbol);
+        std::tie(bank.ArithLow1[level][op], bank.ArithHigh1[level][op], bank.ArithLow2[level][op],
+                 bank.ArithHigh2[level][op]) = std::tie(low1, high1, low2, high2);
     }
-    EXPECT_THROW(sequence.StartArithmetic(bank, 13), std::out_of_range);
-}
-
-TEST(ArithmeticQuestions, OperationsComeInOrderAndSwitchesSwapNumbersAndMoveTheBlankAcrossTests)
-{
-    TestBank bank = SmallBank();
     bank.ArithOps[1] = "+-";
-    SetRanges(bank, 1, '+', 1, 1, 9, 9);
-    SetRanges(bank, 1, '-', 1, 1, 9, 9);
     bank.ArithSwitch[1] = {true, true};
-    // One value per range, at the ends of the list (0 and 30).
-    bank.ArithOps[2] = "+-x/";
-    SetRanges(bank, 2, '+', 0, 0, 30, 30);
-    SetRanges(bank, 2, '-', 30, 30, 0, 0);
-    SetRanges(bank, 2, 'x', 30, 30, 0, 0);
-    SetRanges(bank, 2, '/', 30, 30, 30, 30);
+    bank.ArithOps[2] = "+-?x/ "; // characters that are no operation are passed over
+    bank.ArithOps[4] = "";       // asks addition
     QuestionSequence sequence;
     RandomSource random(5);
+    std::vector<ArithmeticProblem> drawn;
+    // Runs a test; gives its problems as the child sees them, the box to fill
+    // in bracketed: "9+[1]=10 10-1=[9]".
     const auto test = [&](int level, int count) {
         sequence.StartArithmetic(bank, level);
-        std::vector<std::string> shown;
-        for (int i = 0; i < count; ++i)
-            shown.push_back(Shown(sequence.NextArithmetic(bank, level, random)));
+        drawn.clear();
+        std::string shown;
+        for (int i = 0; i < count; ++i) {
+            const ArithmeticProblem &p =
+                drawn.emplace_back(sequence.NextArithmetic(bank, level, random));
+            std::string boxes[] = {std::to_string(p.Number1), std::to_string(p.Number2),
+                                   std::to_string(p.Answer)};
+            boxes[static_cast<int>(p.blank)] = "[" + boxes[static_cast<int>(p.blank)] + "]";
+            shown += (i ? " " : "") + boxes[0] + p.symbol + boxes[1] + "=" + boxes[2];
+        }
         return shown;
     };
-    using V = std::vector<std::string>;
     // Level 1 swaps the numbers of every second problem and moves the blank on;
     // each test starts with the first operation again.
-    EXPECT_EQ(test(1, 3), (V{"9+[1]=10", "10-1=[9]", "[9]+1=10"}));
-    EXPECT_EQ(test(1, 3), (V{"1+[9]=10", "10-9=[1]", "[1]+9=10"}));
+    EXPECT_EQ(test(1, 3), "9+[1]=10 10-1=[9] [9]+1=10");
+    EXPECT_EQ(test(1, 3), "1+[9]=10 10-9=[1] [1]+9=10");
     // Subtraction and division are an addition and a multiplication read
     // backwards; a level without the switches leaves both where they were.
-    EXPECT_EQ(test(2, 5), (V{"0+30=[30]", "30-30=[0]", "30x0=[0]", "900/30=[30]", "0+30=[30]"}));
-    EXPECT_EQ(test(1, 2), (V{"9+[1]=10", "10-1=[9]"}));
-}
+    EXPECT_EQ(test(2, 5), "0+30=[30] 30-30=[0] 30x12=[360] 900/30=[30] 0+30=[30]");
+    EXPECT_EQ(test(1, 2), "9+[1]=10 10-1=[9]");
+    // Each operand value once in every round; every test starts a fresh round.
+    for (int run = 0; run < 2; ++run) {
+        EXPECT_EQ(test(4, 42).find_first_of("-x/"), std::string::npos) << "additions only";
+        EXPECT_EQ(Rounds(drawn, &ArithmeticProblem::Number1, 31), std::vector(1, Span(0, 30)));
+        EXPECT_EQ(Rounds(drawn, &ArithmeticProblem::Number2, 5), std::vector(8, Span(2, 6)));
+    }
+    EXPECT_THROW(sequence.StartArithmetic(bank, 13), std::out_of_range);
 
-TEST(ArithmeticQuestions, DefaultTableGivesWholeNonNegativeAnswersAtEveryLevel)
-{
-    TestBank bank;
+    // The default table gives whole answers, never negative, at every level.
+    bank = TestBank();
     BuildDefaultTests(bank);
-    QuestionSequence sequence;
-    RandomSource random(2024);
     for (int level = 0; level < LevelCount; ++level) {
-        sequence.StartArithmetic(bank, level);
-        for (int i = 0; i < 300; ++i) {
-            const ArithmeticProblem p = sequence.NextArithmetic(bank, level, random);
-            ASSERT_NE(bank.ArithOps[level].find(p.symbol), std::string::npos);
-            ASSERT_GE(std::min({p.Number1, p.Number2, p.Answer}), 0) << Shown(p);
-            // Holds exactly, without a division by zero.
-            ASSERT_TRUE(IsRightArithmetic(std::to_string(p.Number1), p.symbol,
+        test(level, 300);
+        for (const ArithmeticProblem &p : drawn)
+            ASSERT_TRUE(std::min({p.Number1, p.Number2, p.Answer}) >= 0 &&
+                        IsRightArithmetic(std::to_string(p.Number1), p.symbol,
                                           std::to_string(p.Number2), std::to_string(p.Answer)))
-                << Shown(p);
-        }
+                << p.Number1 << p.symbol << p.Number2 << "=" << p.Answer;
     }
 }
 
@@ -168,57 +137,50 @@ TEST(MultipleChoiceQuestions, EachQuestionOnceInEveryRoundNeverOpeningWithTheLas
     for (const auto &order : orders)
         EXPECT_EQ(std::set<int>(order.begin(), order.end()), (std::set<int>{0, 1, 2, 3}));
     std::set<int> buttons;
-    for (const std::size_t count : {2, 5})
+    for (const int count : {1, 2, 5})
         for (std::uint32_t seed = 1; seed <= 4; ++seed) {
             TestBank bank = SmallBank();
-            SetQuestions(bank, 2, 6, static_cast<int>(count));
+            SetQuestions(bank, 2, 6, count);
             QuestionSequence sequence;
             sequence.StartMultipleChoice(bank);
             RandomSource random(seed);
-            std::vector<int> drawn;
-            for (std::size_t i = 0; i < 20 * count; ++i) {
-                const MultipleChoiceProblem p =
-                    sequence.NextMultipleChoice(bank, 2, 6, random, positions);
-                drawn.push_back(p.question);
-                EXPECT_EQ(p.rightAnswer, "A6." + std::to_string(p.question));
+            std::vector<MultipleChoiceProblem> drawn;
+            for (int i = 0; i < 20 * count; ++i) {
+                const MultipleChoiceProblem &p =
+                    drawn.emplace_back(sequence.NextMultipleChoice(bank, 2, 6, random, positions));
+                const std::string id = "6." + std::to_string(p.question);
+                EXPECT_EQ(std::tie(p.level, p.label, p.rightAnswer),
+                          std::make_tuple(6, "Q" + id + "?", "A" + id));
                 EXPECT_EQ(p.choices[static_cast<std::size_t>(p.answerPosition)], p.rightAnswer);
                 buttons.insert(p.answerPosition);
             }
-            EXPECT_EQ(Rounds(drawn, count), std::vector(20, Span(0, static_cast<int>(count) - 1)));
-            for (std::size_t first = count; first < drawn.size(); first += count)
-                EXPECT_NE(drawn[first], drawn[first - 1]) << "seed " << seed << " at " << first;
+            EXPECT_EQ(Rounds(drawn, &MultipleChoiceProblem::question, count),
+                      std::vector(20, Span(0, count - 1)));
+            // A lone question repeats; otherwise no round opens with the last one.
+            for (int first = count; count > 1 && first < 20 * count; first += count)
+                EXPECT_NE(drawn[first].question, drawn[first - 1].question) << "seed " << seed;
         }
     EXPECT_EQ(buttons.size(), 4u) << "the right answer is on every button now and then";
 }
 
-TEST(MultipleChoiceQuestions,
-     OneQuestionRepeatsEmptyOrDamagedLevelsGiveSlotZeroAddedSubjectsAreUsed)
+TEST(MultipleChoiceQuestions, AnswersGoWhereTheRowSaysAndOddOrAdjacentLevelsAreDrawnSafely)
 {
     TestBank bank = SmallBank();
     SetQuestions(bank, 2, 3, 1);
-    SetQuestions(bank, 1, 0, 1);
-    const AnswerPositionTable positions = MakeAnswerPositionTable();
-    QuestionSequence sequence;
-    sequence.StartMultipleChoice(bank);
-    RandomSource random(4);
-    const auto draw = [&](int subject, int level) {
-        return sequence.NextMultipleChoice(bank, subject, level, random, positions);
-    };
-    for (int i = 0; i < 3; ++i) {
-        const MultipleChoiceProblem problem = draw(2, 3);
-        EXPECT_EQ(std::tie(problem.question, problem.label, problem.rightAnswer),
-                  std::make_tuple(0, std::string("Q3.0?"), std::string("A3.0")));
-    }
-    // The answers go to the buttons as the row drawn says.
     AnswerPositionTable reversed{};
     for (int row = 0; row < AnswerPositionRows; ++row)
         FillSequence(reversed, row, 3, 2, 1, 0);
     EXPECT_THROW(FillSequence(reversed, 24, 0, 1, 2, 3), std::out_of_range);
     EXPECT_THROW(FillSequence(reversed, -1, 0, 1, 2, 3), std::out_of_range);
-    const MultipleChoiceProblem placed = sequence.NextMultipleChoice(bank, 2, 3, random, reversed);
+    QuestionSequence sequence;
+    sequence.StartMultipleChoice(bank);
+    RandomSource random(4);
+    const auto draw = [&](int subject, int level) {
+        return sequence.NextMultipleChoice(bank, subject, level, random, reversed);
+    };
+    const MultipleChoiceProblem placed = draw(2, 3);
     EXPECT_EQ(placed.choices, (std::array<std::string, 4>{"D3.0", "C3.0", "B3.0", "A3.0"}));
     EXPECT_EQ(placed.answerPosition, 3);
-    EXPECT_EQ(draw(1, 0).label, "Q0.0:") << "a Spelling clue";
     const MultipleChoiceProblem empty = draw(2, 4);
     EXPECT_EQ(std::tie(empty.question, empty.label, empty.choices),
               std::make_tuple(0, std::string("?"), std::array<std::string, 4>{}));
@@ -233,39 +195,30 @@ TEST(MultipleChoiceQuestions,
         EXPECT_EQ(draw(2, 6).question, 0);
     }
 
+    // A subject added after the start, then with adjacent levels: one step down
+    // or up at most, never to a level without questions.
     AddSubject(bank, "Added after the start");
-    SetQuestions(bank, 3, 7, 2);
-    std::vector<int> drawn;
-    for (int i = 0; i < 6; ++i)
-        drawn.push_back(draw(3, 7).question);
-    EXPECT_EQ(Rounds(drawn, 2), std::vector(3, Span(0, 1)));
-    EXPECT_THROW(draw(4, 7), std::out_of_range);
-}
-
-TEST(MultipleChoiceQuestions, AdjacentLevelsStayWithinOneStepAndSkipEmptyLevels)
-{
-    TestBank bank = SmallBank();
-    bank.Subjects[2].AdjacentLevels = true;
     for (int level = 0; level < LevelCount; ++level)
-        SetQuestions(bank, 2, level, 3);
-    const AnswerPositionTable positions = MakeAnswerPositionTable();
-    RandomSource random(6);
+        SetQuestions(bank, 3, level, 3);
+    std::vector<MultipleChoiceProblem> drawn;
+    for (int i = 0; i < 6; ++i)
+        drawn.push_back(draw(3, 7));
+    EXPECT_EQ(Rounds(drawn, &MultipleChoiceProblem::question, 3), std::vector(2, Span(0, 2)));
+    EXPECT_THROW(draw(4, 7), std::out_of_range);
+    bank.Subjects[3].AdjacentLevels = true;
     const auto drawnLevels = [&](int level) {
-        QuestionSequence sequence;
-        sequence.StartMultipleChoice(bank);
         std::set<int> levels;
         for (int i = 0; i < 200; ++i)
-            levels.insert(sequence.NextMultipleChoice(bank, 2, level, random, positions).level);
+            levels.insert(draw(3, level).level);
         return levels;
     };
     using S = std::set<int>;
     EXPECT_EQ(drawnLevels(0), (S{0, 1}));
     EXPECT_EQ(drawnLevels(12), (S{11, 12}));
     EXPECT_EQ(drawnLevels(5), (S{4, 5, 6}));
-    bank.Limits[2].LastQuestion[1] = bank.Limits[2].LastQuestion[11] = -1;
+    bank.Limits[3].LastQuestion[1] = -1;
     EXPECT_EQ(drawnLevels(0), (S{0}));
-    EXPECT_EQ(drawnLevels(12), (S{12}));
     EXPECT_EQ(drawnLevels(2), (S{2, 3}));
-    bank.Subjects[2].AdjacentLevels = false;
+    bank.Subjects[3].AdjacentLevels = false;
     EXPECT_EQ(drawnLevels(5), (S{5}));
 }
