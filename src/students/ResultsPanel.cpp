@@ -87,7 +87,10 @@ QWidget *ResultsPanel::buildHeading()
     m_lblStudentOrSubject = new QLabel(heading);
     m_lblStudentOrSubject->setObjectName(QStringLiteral("lblStudentOrSubject"));
     m_lblStudentOrSubject->setFont(captionFont(14, true));
+    // The heading takes the room beside it and no more: a long name is cut off
+    // at the right rather than widening the screen past the display.
     m_lblStudentOrSubject->setMinimumWidth(180);
+    m_lblStudentOrSubject->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     // A name is shown as typed, never read as markup.
     m_lblStudentOrSubject->setTextFormat(Qt::PlainText);
     NameValueLabel(*m_lblStudentOrSubject, QStringLiteral("Scores for"));
