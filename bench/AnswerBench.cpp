@@ -4,7 +4,7 @@
 #include "Figures.h"
 #include "ScreenTiming.h"
 #include "core/Students.h"
-#include "testing/MainScreen.h"
+#include "mainscreen/MainScreen.h"
 
 #include <QComboBox>
 #include <QLineEdit>

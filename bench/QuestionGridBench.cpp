@@ -5,7 +5,7 @@
 #include "Figures.h"
 #include "ScreenTiming.h"
 #include "core/TestsFile.h"
-#include "tests/QuestionEditor.h"
+#include "editor/QuestionEditor.h"
 
 #include <QAbstractItemModel>
 #include <QTableView>

@@ -4,7 +4,7 @@
 #include "ReportWhenShown.h"
 #include "core/DataPaths.h"
 #include "students/StudentsScreen.h"
-#include "testing/MainScreen.h"
+#include "mainscreen/MainScreen.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 

@@ -1,6 +1,6 @@
 // Tavrino: timed tests for schoolchildren.
 #include "core/DataPaths.h"
-#include "testing/MainScreen.h"
+#include "mainscreen/MainScreen.h"
 #include "ui/DataLocation.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"

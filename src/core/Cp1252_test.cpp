@@ -1,6 +1,6 @@
 #include "core/Cp1252.h"
 
-#include "core/CoreTesting.h"
+#include "core/CoreFixtures_test.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // the Arithmetic ranges, and reverting parts of it.
 #include "core/DefaultBank.h"
 
-#include "core/CoreTesting.h"
+#include "core/CoreFixtures_test.h"
 #include "core/DefaultQuestions.h"
 
 #include <gtest/gtest.h>

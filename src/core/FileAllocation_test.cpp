@@ -3,7 +3,7 @@
 // not crash the program. This binary replaces the global operator new to count
 // what the loaders ask for, so it is kept apart from the other tests.
 #include "core/ByteIO.h"
-#include "core/CoreTesting.h"
+#include "core/CoreFixtures_test.h"
 #include "core/StudentsFile.h"
 #include "core/TestsFile.h"
 

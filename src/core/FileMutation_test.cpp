@@ -1,7 +1,7 @@
 // Damaged files: valid Tests and Students files mangled in many seeded ways must
 // either load, and then survive a save and a second load unchanged, or be refused
 // as damaged at an offset inside the file, leaving what they load into unchanged.
-#include "core/CoreTesting.h"
+#include "core/CoreFixtures_test.h"
 #include "core/StudentsFile.h"
 #include "core/TestsFile.h"
 

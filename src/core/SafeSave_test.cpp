@@ -1,7 +1,7 @@
 // Saving never loses the previous file when any step of a save fails, and the
 // temporary files of saves that never finished go with the next save.
 #include "core/AtomicFile.h"
-#include "core/CoreTesting.h"
+#include "core/CoreFixtures_test.h"
 #include "core/StudentsFile.h"
 #include "core/TestsFile.h"
 

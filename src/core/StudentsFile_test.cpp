@@ -1,7 +1,7 @@
 #include "core/StudentsFile.h"
 
 #include "core/AtomicFile.h"
-#include "core/CoreTesting.h"
+#include "core/CoreFixtures_test.h"
 
 #include <gtest/gtest.h>
 

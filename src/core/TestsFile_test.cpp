@@ -1,7 +1,7 @@
 #include "core/TestsFile.h"
 
 #include "core/ByteIO.h"
-#include "core/CoreTesting.h"
+#include "core/CoreFixtures_test.h"
 #include "core/Cp1252.h"
 
 #include <gtest/gtest.h>

@@ -6,7 +6,7 @@
 #include "core/DataPaths.h"
 #include "core/Students.h"
 #include "core/TestBank.h"
-#include "testing/Random.h"
+#include "quiz/Random.h"
 
 #include <utility>
 

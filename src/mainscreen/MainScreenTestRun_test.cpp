@@ -1,6 +1,6 @@
 // Tests run on the main screen: against the clock, stopped early, from the
 // keyboard alone and as a screen reader reads them.
-#include "MainScreenFixture.h"
+#include "MainScreenFixture_test.h"
 #include "testsupport/ScreenAccess.h"
 #include "ui/Colours.h"
 

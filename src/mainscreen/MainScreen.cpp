@@ -4,7 +4,7 @@
 #include "StartUp.h"
 #include "help/HelpScreen.h"
 #include "students/StudentsScreen.h"
-#include "tests/TestsScreen.h"
+#include "editor/TestsScreen.h"
 #include "ui/Accessibility.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"

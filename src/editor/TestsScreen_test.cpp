@@ -1,6 +1,6 @@
 // The Tests screen: adding, renaming and deleting subjects with both files
 // written, revert all, test lengths, closing and the keyboard path.
-#include "TestsScreenFixture.h"
+#include "TestsScreenFixture_test.h"
 
 namespace {
 

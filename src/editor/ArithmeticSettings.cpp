@@ -1,7 +1,7 @@
 #include "ArithmeticSettings.h"
 
 #include "core/DefaultBank.h"
-#include "tests/ArithmeticGridModel.h"
+#include "editor/ArithmeticGridModel.h"
 #include "ui/Accessibility.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"

@@ -3,7 +3,7 @@
 #include "MainScreen.h"
 
 #include "MainScreenPanels.h"
-#include "testing/Judge.h"
+#include "quiz/Judge.h"
 #include "ui/Colours.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"

@@ -1,6 +1,6 @@
 // The question frame of the Tests screen: the grid, edits and odd texts, adding,
 // deleting, moving and reverting questions.
-#include "TestsScreenFixture.h"
+#include "TestsScreenFixture_test.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // What reaches the main screen from the keyboard and from the other screens:
 // any text in the answer boxes, and names and answers with "&" or markup.
-#include "MainScreenFixture.h"
+#include "MainScreenFixture_test.h"
 
 #include "testsupport/ScreenAccess.h"
 #include "testsupport/ShownText.h"

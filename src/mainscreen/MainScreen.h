@@ -2,8 +2,8 @@
 // takes a timed test, and from where the other screens are opened.
 #pragma once
 
-#include "testing/AnswerPositions.h"
-#include "testing/QuestionSequence.h"
+#include "quiz/AnswerPositions.h"
+#include "quiz/QuestionSequence.h"
 
 #include <QWidget>
 

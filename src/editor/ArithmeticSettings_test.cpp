@@ -1,6 +1,6 @@
 // The Arithmetic settings frame of the Tests screen: the levels grid, the range
 // lists and their checks, the operations and the switches.
-#include "TestsScreenFixture.h"
+#include "TestsScreenFixture_test.h"
 
 namespace {
 

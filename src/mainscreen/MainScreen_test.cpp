@@ -1,6 +1,6 @@
 // Starting the main screen (a first run, a data directory or files it cannot
 // use) and what it does between tests.
-#include "MainScreenFixture.h"
+#include "MainScreenFixture_test.h"
 
 #include <QTimer>
 

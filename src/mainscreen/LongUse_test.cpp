@@ -2,7 +2,7 @@
 // screen, ended by Stop and by the clock, with the current student changing now
 // and then. Afterwards the Students file must hold exactly the scores the tests
 // produced, and the process must not have grown while it ran.
-#include "MainScreenFixture.h"
+#include "MainScreenFixture_test.h"
 
 #include <QTimer>
 

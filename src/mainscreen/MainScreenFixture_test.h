@@ -6,7 +6,7 @@
 #include "core/DefaultBank.h"
 #include "core/StudentsFile.h"
 #include "core/TestsFile.h"
-#include "testing/MainScreen.h"
+#include "mainscreen/MainScreen.h"
 #include "testsupport/ScriptedPrompt.h"
 #include "testsupport/ShownText.h"
 #include "testsupport/TempDataDir.h"
