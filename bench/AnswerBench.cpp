@@ -5,6 +5,7 @@
 #include "ScreenTiming.h"
 #include "core/Students.h"
 #include "mainscreen/MainScreen.h"
+#include "quiz/Random.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -32,7 +33,8 @@ constexpr int MultipleChoiceLevel = 6;
 // level. The Students screen is replaced by what its close does.
 class RunningTest {
 public:
-    RunningTest(Session &session, int subject, int level) : m_session(session), m_screen(session)
+    RunningTest(Session &session, int subject, int level)
+        : m_session(session), m_screen(session, m_random)
     {
         m_screen.setOtherScreens({[this, level] { return chooseStudent(level); }, [] {}, [] {}});
         m_screen.show();
@@ -68,6 +70,7 @@ private:
     }
 
     Session &m_session;
+    RandomSource m_random;
     MainScreen m_screen;
 };
 

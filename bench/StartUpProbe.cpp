@@ -3,8 +3,9 @@
 // Only the way the Students screen is opened differs: it carries the reporter.
 #include "ReportWhenShown.h"
 #include "core/DataPaths.h"
-#include "students/StudentsScreen.h"
 #include "mainscreen/MainScreen.h"
+#include "quiz/Random.h"
+#include "students/StudentsScreen.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 
@@ -30,7 +31,8 @@ int main(int argc, char *argv[])
     DialogPrompt prompt;
     Session session(DataPaths::In(argv[1]), prompt);
 
-    MainScreen mainScreen(session);
+    RandomSource random;
+    MainScreen mainScreen(session, random);
     mainScreen.setOtherScreens({[&] {
                                     StudentsScreen screen(session, &mainScreen);
                                     if (!screen.Form_Load())

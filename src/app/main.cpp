@@ -1,6 +1,7 @@
 // Tavrino: timed tests for schoolchildren.
 #include "core/DataPaths.h"
 #include "mainscreen/MainScreen.h"
+#include "quiz/Random.h"
 #include "ui/DataLocation.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
@@ -22,7 +23,8 @@ int main(int argc, char *argv[])
     DialogPrompt prompt;
     Session session(DataPaths::In(DataDirForThisProgram()), prompt);
 
-    MainScreen mainScreen(session);
+    RandomSource random;
+    MainScreen mainScreen(session, random);
     mainScreen.show();
     return app.exec();
 }

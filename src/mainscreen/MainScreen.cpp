@@ -2,9 +2,9 @@
 
 #include "MainScreenPanels.h"
 #include "StartUp.h"
+#include "editor/TestsScreen.h"
 #include "help/HelpScreen.h"
 #include "students/StudentsScreen.h"
-#include "editor/TestsScreen.h"
 #include "ui/Accessibility.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
@@ -29,8 +29,9 @@ const QString Title = QStringLiteral("Tavrino");
 
 } // namespace
 
-MainScreen::MainScreen(Session &session, QWidget *parent)
-    : QWidget(parent), m_session(session), m_ui(std::make_unique<MainScreenPanels>(this))
+MainScreen::MainScreen(Session &session, RandomSource &random, QWidget *parent)
+    : QWidget(parent), m_session(session), m_random(random),
+      m_ui(std::make_unique<MainScreenPanels>(this))
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(Title);

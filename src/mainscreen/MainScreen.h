@@ -14,6 +14,7 @@
 
 class QLabel;
 class QLineEdit;
+class RandomSource;
 struct MainScreenPanels;
 struct Session;
 
@@ -21,8 +22,9 @@ class MainScreen : public QWidget {
     Q_OBJECT
 public:
     // Centres the screen and makes sure the data directory exists; everything
-    // that may need a dialog waits for the first activation.
-    explicit MainScreen(Session &session, QWidget *parent = nullptr);
+    // that may need a dialog waits for the first activation. Questions are
+    // drawn from random, which tests seed for repeatable runs.
+    MainScreen(Session &session, RandomSource &random, QWidget *parent = nullptr);
     ~MainScreen() override;
 
     // How the other screens are opened. The defaults show the real screens
@@ -91,6 +93,7 @@ private:
     void countAnswer(bool right, const QString &rightText, const QString &wrongText);
 
     Session &m_session;
+    RandomSource &m_random;
     std::unique_ptr<MainScreenPanels> m_ui;
     OtherScreens m_otherScreens;
 

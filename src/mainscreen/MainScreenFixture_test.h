@@ -7,6 +7,7 @@
 #include "core/StudentsFile.h"
 #include "core/TestsFile.h"
 #include "mainscreen/MainScreen.h"
+#include "quiz/Random.h"
 #include "testsupport/ScriptedPrompt.h"
 #include "testsupport/ShownText.h"
 #include "testsupport/TempDataDir.h"
@@ -44,17 +45,16 @@ protected:
     TempDataDir dir;
     ScriptedPrompt prompt;
     Session session{dir.paths(), prompt};
+    RandomSource random{20240611};
     std::unique_ptr<MainScreen> screen;
     int studentsScreenShown = 0;
     int subjectsListedWhenStudentsOpened = -1;
     std::size_t messagesWhenStudentsOpened = 0;
     int nextStudent = 0; // the one the Students screen closes on
 
-    void SetUp() override { session.random.seed(20240611); }
-
     void createScreen()
     {
-        screen = std::make_unique<MainScreen>(session);
+        screen = std::make_unique<MainScreen>(session, random);
         screen->setOtherScreens({[this] { return closeStudentsScreen(); }, [] {}, [] {}});
     }
 

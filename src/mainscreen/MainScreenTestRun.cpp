@@ -157,9 +157,8 @@ void MainScreen::ChangeQuestion()
     const StudentRecords &records = m_session.records;
     const TestBank &bank = m_session.bank;
     if (records.CurrentSubject != ArithmeticSubject) {
-        m_multipleChoice =
-            m_sequence.NextMultipleChoice(bank, records.CurrentSubject, records.CurrentLevel,
-                                          m_session.random, m_answerPositions);
+        m_multipleChoice = m_sequence.NextMultipleChoice(
+            bank, records.CurrentSubject, records.CurrentLevel, m_random, m_answerPositions);
         m_ui->lblQuestion_Multi->setText(QString::fromStdString(m_multipleChoice.label));
         // Spelling questions above the first levels have no clue to show.
         m_ui->lblQuestion_Multi->setVisible(!m_ui->lblQuestion_Multi->text().isEmpty());
@@ -179,7 +178,7 @@ void MainScreen::ChangeQuestion()
         return;
     }
 
-    m_arithmetic = m_sequence.NextArithmetic(bank, records.CurrentLevel, m_session.random);
+    m_arithmetic = m_sequence.NextArithmetic(bank, records.CurrentLevel, m_random);
     m_ui->lblOp->setText(QString(QLatin1Char(m_arithmetic.symbol)));
     m_ui->txtNum1->setText(QString::number(m_arithmetic.Number1));
     m_ui->txtNum2->setText(QString::number(m_arithmetic.Number2));

@@ -11,11 +11,6 @@ RandomSource::RandomSource(std::uint32_t seed) : m_engine(seed)
 {
 }
 
-void RandomSource::seed(std::uint32_t seed)
-{
-    m_engine.seed(seed);
-}
-
 float RandomSource::Rnd()
 {
     // The top 24 bits of one draw give every float of the form k / 2^24 exactly, so the

@@ -7,10 +7,8 @@
 
 class RandomSource {
 public:
-    RandomSource();  // seeded from the system's entropy source
+    RandomSource(); // seeded from the system's entropy source
     explicit RandomSource(std::uint32_t seed);
-
-    void seed(std::uint32_t seed);
 
     // A single-precision value in [0, 1).
     float Rnd();

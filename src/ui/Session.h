@@ -1,12 +1,11 @@
 // Everything the screens share while the program runs: the test bank, the
-// roster, where the files live, the random source and the way to ask the user.
+// roster, where the files live and the way to ask the user.
 // Saving goes through here so that every failure reaches the user the same way.
 #pragma once
 
 #include "core/DataPaths.h"
 #include "core/Students.h"
 #include "core/TestBank.h"
-#include "quiz/Random.h"
 
 #include <utility>
 
@@ -22,7 +21,6 @@ struct Session {
     TestBank bank;
     StudentRecords records;
     DataPaths paths;
-    RandomSource random;
     Prompt &prompt;
 
     // Write a file; on failure the user is told which file and why, the data in
