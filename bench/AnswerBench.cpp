@@ -63,9 +63,9 @@ private:
     bool chooseStudent(int level)
     {
         StudentRecords &records = m_session.records;
-        records.CurrentStudent = 0;
-        records.CurrentStudentName = TrimName(records.Students[0].Name);
-        records.CurrentLevel = level;
+        records.currentStudent = 0;
+        records.currentStudentName = trimName(records.students[0].name);
+        records.currentLevel = level;
         return true;
     }
 

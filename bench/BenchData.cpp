@@ -55,10 +55,10 @@ BenchData &BenchData::instance()
 
 BenchData::BenchData()
     : m_root(BaseDirectory() / ("tavrino-bench-" + std::to_string(::getpid()))),
-      m_paths(DataPaths::In(m_root / "data"))
+      m_paths(DataPaths::in(m_root / "data"))
 {
-    std::cerr << "Writing the large data set to " << m_paths.DataDir << " ..." << std::endl;
-    if (const std::optional<FileError> error = WriteLargeDataSet(m_paths.DataDir))
+    std::cerr << "Writing the large data set to " << m_paths.dataDir << " ..." << std::endl;
+    if (const std::optional<FileError> error = WriteLargeDataSet(m_paths.dataDir))
         throw std::runtime_error(error->message());
 }
 
@@ -74,8 +74,8 @@ const DataPaths &BenchData::ordinaryBankPaths()
     if (!m_ordinaryBankPaths) {
         LargeDataSetSize size;
         size.questionsPerLevel = 12;
-        const DataPaths paths = DataPaths::In(m_root / "ordinary-bank" / "data");
-        if (const std::optional<FileError> error = WriteLargeDataSet(paths.DataDir, size))
+        const DataPaths paths = DataPaths::in(m_root / "ordinary-bank" / "data");
+        if (const std::optional<FileError> error = WriteLargeDataSet(paths.dataDir, size))
             throw std::runtime_error(error->message());
         m_ordinaryBankPaths = paths;
     }
@@ -84,20 +84,20 @@ const DataPaths &BenchData::ordinaryBankPaths()
 
 std::uintmax_t BenchData::testsBytes() const
 {
-    return std::filesystem::file_size(m_paths.TestsPath);
+    return std::filesystem::file_size(m_paths.testsPath);
 }
 
 std::uintmax_t BenchData::studentsBytes() const
 {
-    return std::filesystem::file_size(m_paths.StudentsPath);
+    return std::filesystem::file_size(m_paths.studentsPath);
 }
 
 Session &BenchData::session()
 {
     if (!m_session) {
         m_session = std::make_unique<Session>(m_paths, m_prompt);
-        if (!LoadTests(m_session->bank, m_paths.TestsPath).ok() ||
-            !LoadStudents(m_session->records, m_session->bank, m_paths.StudentsPath).ok())
+        if (!loadTests(m_session->bank, m_paths.testsPath).ok() ||
+            !loadStudents(m_session->records, m_session->bank, m_paths.studentsPath).ok())
             throw std::runtime_error("the large data set could not be loaded");
     }
     return *m_session;

@@ -31,7 +31,7 @@ std::filesystem::path Beside(const std::filesystem::path &file, const char *name
 // decoded, which is what a load cost before questions were decoded on demand.
 void BM_LoadTests(benchmark::State &state)
 {
-    const std::filesystem::path &path = BenchData::instance().paths().TestsPath;
+    const std::filesystem::path &path = BenchData::instance().paths().testsPath;
     std::vector<Sample> loads;
     std::vector<Sample> firstUses;
     std::vector<Sample> wholeLoads;
@@ -41,17 +41,17 @@ void BM_LoadTests(benchmark::State &state)
         // A fresh bank, as at start-up; dropping it afterwards is not part of loading.
         auto bank = std::make_unique<TestBank>();
         LoadResult result;
-        loads.push_back(Measure([&] { result = LoadTests(*bank, path); }));
+        loads.push_back(Measure([&] { result = loadTests(*bank, path); }));
         state.SetIterationTime(loads.back().value / 1000);
         if (result.status != LoadResult::Status::Loaded) {
             state.SkipWithError("the Tests file did not load");
             break;
         }
         firstUses.push_back(Measure(
-            [&] { benchmark::DoNotOptimize(bank->QuestionBank[FirstAddedSubject].Items()); }));
+            [&] { benchmark::DoNotOptimize(bank->questionBank[FirstAddedSubject].items()); }));
         const Sample rest = Measure([&] {
-            for (const SubjectQuestions &questions : bank->QuestionBank)
-                benchmark::DoNotOptimize(questions.Items());
+            for (const SubjectQuestions &questions : bank->questionBank)
+                benchmark::DoNotOptimize(questions.items());
         });
         wholeLoads.push_back(loads.back() + firstUses.back() + rest);
     }
@@ -71,15 +71,15 @@ void BM_LoadTests(benchmark::State &state)
 void BM_SaveTests(benchmark::State &state)
 {
     BenchData &data = BenchData::instance();
-    const std::filesystem::path &path = data.paths().TestsPath;
+    const std::filesystem::path &path = data.paths().testsPath;
     TestBank asLoaded;
-    if (!LoadTests(asLoaded, path).ok()) {
+    if (!loadTests(asLoaded, path).ok()) {
         state.SkipWithError("the Tests file did not load");
         return;
     }
     TestBank decoded = asLoaded;
-    for (const SubjectQuestions &questions : decoded.QuestionBank)
-        benchmark::DoNotOptimize(questions.Items());
+    for (const SubjectQuestions &questions : decoded.questionBank)
+        benchmark::DoNotOptimize(questions.items());
 
     const std::string bytes = WholeFile(path);
     const auto target = Beside(path, "saved_Tests.dat");
@@ -90,10 +90,10 @@ void BM_SaveTests(benchmark::State &state)
     for (auto _ : state) {
         floors.push_back(Measure([&] { WriteFloor(floorTarget, bytes); }));
         std::optional<FileError> error;
-        saves.push_back(Measure([&] { error = SaveTests(asLoaded, target); }));
+        saves.push_back(Measure([&] { error = saveTests(asLoaded, target); }));
         decodedSaves.push_back(Measure([&] {
             if (!error)
-                error = SaveTests(decoded, target);
+                error = saveTests(decoded, target);
         }));
         state.SetIterationTime(decodedSaves.back().value / 1000);
         if (error)
@@ -112,16 +112,16 @@ void BM_LoadStudents(benchmark::State &state)
 {
     BenchData &data = BenchData::instance();
     const TestBank &bank = data.session().bank;
-    const std::filesystem::path &path = data.paths().StudentsPath;
+    const std::filesystem::path &path = data.paths().studentsPath;
     std::vector<Sample> loads;
     std::vector<Sample> floors;
     for (auto _ : state) {
         floors.push_back(Measure([&] { benchmark::DoNotOptimize(ReadFloor(path)); }));
         auto records = std::make_unique<StudentRecords>();
         LoadResult result;
-        loads.push_back(Measure([&] { result = LoadStudents(*records, bank, path); }));
+        loads.push_back(Measure([&] { result = loadStudents(*records, bank, path); }));
         state.SetIterationTime(loads.back().value / 1000);
-        if (result.status != LoadResult::Status::Loaded || records->Students.size() != 1000)
+        if (result.status != LoadResult::Status::Loaded || records->students.size() != 1000)
             state.SkipWithError("the Students file did not load");
     }
     ReportUnder(state, "LoadStudents, 1000 students x 50 subjects", loads, StudentsFileMs, floors);
@@ -131,15 +131,15 @@ void BM_SaveStudents(benchmark::State &state)
 {
     BenchData &data = BenchData::instance();
     const StudentRecords &records = data.session().records;
-    const std::string bytes = WholeFile(data.paths().StudentsPath);
-    const auto target = Beside(data.paths().StudentsPath, "saved_Students.dat");
-    const auto floorTarget = Beside(data.paths().StudentsPath, "floor_Students.dat");
+    const std::string bytes = WholeFile(data.paths().studentsPath);
+    const auto target = Beside(data.paths().studentsPath, "saved_Students.dat");
+    const auto floorTarget = Beside(data.paths().studentsPath, "floor_Students.dat");
     std::vector<Sample> saves;
     std::vector<Sample> floors;
     for (auto _ : state) {
         floors.push_back(Measure([&] { WriteFloor(floorTarget, bytes); }));
         std::optional<FileError> error;
-        saves.push_back(Measure([&] { error = SaveStudents(records, target); }));
+        saves.push_back(Measure([&] { error = saveStudents(records, target); }));
         state.SetIterationTime(saves.back().value / 1000);
         if (error)
             state.SkipWithError(error->message().c_str());

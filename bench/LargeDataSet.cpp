@@ -107,26 +107,26 @@ std::string SubjectName(int subject)
 TestBank MakeLargeTestBank(const LargeDataSetSize &size)
 {
     TestBank bank;
-    BuildDefaultTests(bank);
+    buildDefaultTests(bank);
     const int subjects = std::max(size.subjects, FirstAddedSubject);
-    bank.SubjectMax = subjects - 1;
-    bank.Subjects.resize(static_cast<std::size_t>(subjects));
+    bank.subjectMax = subjects - 1;
+    bank.subjects.resize(static_cast<std::size_t>(subjects));
     for (int s = FirstAddedSubject; s < subjects; ++s)
-        bank.Subjects[static_cast<std::size_t>(s)] = Subject{SubjectName(s), false};
-    bank.QuestionBank.resize(static_cast<std::size_t>(subjects));
-    bank.Limits.resize(static_cast<std::size_t>(subjects));
-    ResizeQuestionSlots(bank, size.questionsPerLevel - 1);
+        bank.subjects[static_cast<std::size_t>(s)] = Subject{SubjectName(s), false};
+    bank.questionBank.resize(static_cast<std::size_t>(subjects));
+    bank.limits.resize(static_cast<std::size_t>(subjects));
+    resizeQuestionSlots(bank, size.questionsPerLevel - 1);
 
     Draw draw(size.seed);
     for (int s = ArithmeticSubject + 1; s < subjects; ++s) {
-        SubjectLimits &limits = bank.Limits[static_cast<std::size_t>(s)];
-        limits.Seconds = 30 * draw.between(1, 4);
+        SubjectLimits &limits = bank.limits[static_cast<std::size_t>(s)];
+        limits.seconds = 30 * draw.between(1, 4);
         for (int level = 0; level < LevelCount; ++level) {
-            limits.LastQuestion[level] = size.questionsPerLevel - 1;
+            limits.lastQuestion[level] = size.questionsPerLevel - 1;
             for (Question &question :
-                 bank.QuestionBank[static_cast<std::size_t>(s)].Items()[level]) {
-                for (std::string *field : {&question.Text, &question.Answer, &question.Wrong1,
-                                           &question.Wrong2, &question.Wrong3})
+                 bank.questionBank[static_cast<std::size_t>(s)].items()[level]) {
+                for (std::string *field : {&question.text, &question.answer, &question.wrong1,
+                                           &question.wrong2, &question.wrong3})
                     *field = Sentence(draw, draw.between(size.shortestText, size.longestText));
             }
         }
@@ -138,25 +138,25 @@ StudentRecords MakeLargeRoster(const TestBank &bank, const LargeDataSetSize &siz
 {
     Draw draw(size.seed + 1);
     StudentRecords records;
-    records.ShowByStudent = true;
-    records.CurrentSubject = ArithmeticSubject;
-    records.CurrentSubjectName = bank.Subjects.front().Name;
-    records.Students.reserve(static_cast<std::size_t>(size.students));
+    records.showByStudent = true;
+    records.currentSubject = ArithmeticSubject;
+    records.currentSubjectName = bank.subjects.front().name;
+    records.students.reserve(static_cast<std::size_t>(size.students));
     for (int i = 0; i < size.students; ++i) {
-        Student student = NewStudent(bank.SubjectMax);
-        student.Name = std::string(draw.from(FirstNames)) + " " + std::string(draw.from(LastNames));
-        student.Level = static_cast<int16_t>(draw.between(0, LevelCount - 1));
-        for (SubjectResults &results : student.Results) {
+        Student student = newStudent(bank.subjectMax);
+        student.name = std::string(draw.from(FirstNames)) + " " + std::string(draw.from(LastNames));
+        student.level = static_cast<int16_t>(draw.between(0, LevelCount - 1));
+        for (SubjectResults &results : student.results) {
             for (int level = 0; level < LevelCount; ++level) {
-                results.Last[level] = static_cast<int16_t>(draw.between(-3, 40));
-                results.High[level] =
-                    static_cast<int16_t>(results.Last[level] + draw.between(0, 10));
+                results.last[level] = static_cast<int16_t>(draw.between(-3, 40));
+                results.high[level] =
+                    static_cast<int16_t>(results.last[level] + draw.between(0, 10));
             }
         }
-        records.Students.push_back(std::move(student));
+        records.students.push_back(std::move(student));
     }
-    records.Students.front().Current = true;
-    records.CurrentStudentName = TrimName(records.Students.front().Name);
+    records.students.front().current = true;
+    records.currentStudentName = trimName(records.students.front().name);
     return records;
 }
 
@@ -167,9 +167,9 @@ std::optional<FileError> WriteLargeDataSet(const std::filesystem::path &dataDir,
     std::filesystem::create_directories(dataDir, ec);
     if (ec)
         return FileError{FileError::Kind::Unwritable, dataDir.string(), ec.message(), {}};
-    const DataPaths paths = DataPaths::In(dataDir);
+    const DataPaths paths = DataPaths::in(dataDir);
     const TestBank bank = MakeLargeTestBank(size);
-    if (std::optional<FileError> error = SaveTests(bank, paths.TestsPath))
+    if (std::optional<FileError> error = saveTests(bank, paths.testsPath))
         return error;
-    return SaveStudents(MakeLargeRoster(bank, size), paths.StudentsPath);
+    return saveStudents(MakeLargeRoster(bank, size), paths.studentsPath);
 }

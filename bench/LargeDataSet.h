@@ -21,7 +21,7 @@ struct LargeDataSetSize {
 };
 
 // The bank: Arithmetic as built in, every other subject holding
-// questionsPerLevel questions at every level (so QuestionMax is one less).
+// questionsPerLevel questions at every level (so questionMax is one less).
 TestBank MakeLargeTestBank(const LargeDataSetSize &size = {});
 
 // The roster for that bank, with scores in every subject and level.

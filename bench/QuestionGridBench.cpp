@@ -26,7 +26,7 @@ class ShownEditor {
 public:
     explicit ShownEditor(Session &session) : m_session(session), m_editor(session)
     {
-        m_session.records.CurrentSubject = SubjectEdited;
+        m_session.records.currentSubject = SubjectEdited;
         m_editor.resize(1000, 640);
         m_editor.show();
         m_editor.showSubject();
@@ -49,7 +49,7 @@ void BM_PopulateGrid(benchmark::State &state)
 {
     Session &session = BenchData::instance().session();
     ShownEditor shown(session);
-    if (shown.rows() != LevelCount * (session.bank.QuestionMax + 1)) {
+    if (shown.rows() != LevelCount * (session.bank.questionMax + 1)) {
         state.SkipWithError("the subject does not hold 13 full levels");
         return;
     }
@@ -70,8 +70,8 @@ void BM_PopulateGrid(benchmark::State &state)
 // each run pays for the growth anew.
 void UndoAdd(TestBank &bank, int32_t questionMax, int32_t lastQuestion, int level)
 {
-    bank.Limits[SubjectEdited].LastQuestion[level] = lastQuestion;
-    ResizeQuestionSlots(bank, questionMax);
+    bank.limits[SubjectEdited].lastQuestion[level] = lastQuestion;
+    resizeQuestionSlots(bank, questionMax);
 }
 
 // Adding a question at the end of a full level grows every subject by a slot.
@@ -85,18 +85,18 @@ void AddQuestionGrowingAllSubjects(benchmark::State &state, bool decodeAll)
     BenchData &data = BenchData::instance();
     Session &session = data.session();
     TestBank &bank = session.bank;
-    if (!LoadTests(bank, data.paths().TestsPath).ok()) {
+    if (!loadTests(bank, data.paths().testsPath).ok()) {
         state.SkipWithError("the Tests file did not load");
         return;
     }
     if (decodeAll) {
-        for (const SubjectQuestions &subject : bank.QuestionBank)
-            benchmark::DoNotOptimize(subject.Items());
+        for (const SubjectQuestions &subject : bank.questionBank)
+            benchmark::DoNotOptimize(subject.items());
     }
     ShownEditor shown(session);
     constexpr int level = LevelCount - 1;
-    const int32_t questionMax = bank.QuestionMax;
-    const int32_t lastQuestion = bank.Limits[SubjectEdited].LastQuestion[level];
+    const int32_t questionMax = bank.questionMax;
+    const int32_t lastQuestion = bank.limits[SubjectEdited].lastQuestion[level];
     if (lastQuestion != questionMax) {
         state.SkipWithError("the level is not full");
         return;
@@ -111,7 +111,7 @@ void AddQuestionGrowingAllSubjects(benchmark::State &state, bool decodeAll)
         state.SetIterationTime(times.frame.value / 1000);
         steps.push_back(times.step);
         frames.push_back(times.frame);
-        if (bank.QuestionMax != questionMax + 1)
+        if (bank.questionMax != questionMax + 1)
             state.SkipWithError("adding did not grow the slot bound");
         UndoAdd(bank, questionMax, lastQuestion, level);
         shown.editor().PopulateGrid();

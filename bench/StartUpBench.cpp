@@ -110,7 +110,7 @@ std::optional<ChildRun> Run(const std::vector<std::string> &command)
 void StartUpAgainstFloor(benchmark::State &state, const DataPaths &paths, const std::string &label)
 {
     const std::vector<std::string> tavrino = {Sibling("tavrino_startup_probe"),
-                                              paths.DataDir.string()};
+                                              paths.dataDir.string()};
     const std::vector<std::string> floor = {Sibling("tavrino_floor_dialog")};
     // One run of each first, so that both start from a warm page cache.
     Run(floor);
@@ -136,8 +136,8 @@ void StartUpAgainstFloor(benchmark::State &state, const DataPaths &paths, const 
     ReportAgainstFloor(state, "Start-up to Students screen shown, " + label, times, floorTimes,
                        StartUpFactor, "ms", "start_");
 
-    const double filesMB = static_cast<double>(std::filesystem::file_size(paths.TestsPath) +
-                                               std::filesystem::file_size(paths.StudentsPath)) /
+    const double filesMB = static_cast<double>(std::filesystem::file_size(paths.testsPath) +
+                                               std::filesystem::file_size(paths.studentsPath)) /
                            BytesPerMB;
     std::vector<double> floorPeakValues;
     for (const Sample &peak : floorPeaks)

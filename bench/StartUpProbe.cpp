@@ -29,7 +29,7 @@ int main(int argc, char *argv[])
     QApplication::setWindowIcon(icon);
 
     DialogPrompt prompt;
-    Session session(DataPaths::In(argv[1]), prompt);
+    Session session(DataPaths::in(argv[1]), prompt);
 
     RandomSource random;
     MainScreen mainScreen(session, random);

@@ -10,7 +10,7 @@
 TestBank DefaultBank()
 {
     TestBank bank;
-    BuildDefaultTests(bank);
+    buildDefaultTests(bank);
     return bank;
 }
 
@@ -18,29 +18,29 @@ TestBank GrownBank()
 {
     TestBank bank = DefaultBank();
     for (const char *name : {"Fran\u00E7ais", "\u20AC & \u00BD"}) {
-        AddSubject(bank, name);
-        bank.Subjects.back().AdjacentLevels = true;
-        bank.Limits.back().Seconds = 45;
+        addSubject(bank, name);
+        bank.subjects.back().adjacentLevels = true;
+        bank.limits.back().seconds = 45;
     }
-    ResizeQuestionSlots(bank, 12);
-    bank.QuestionBank[7].Items()[3][12] = {"Caf\u00E9?", "oui", "non", "\u00BF", ""};
-    bank.Limits[7].LastQuestion[3] = 12;
+    resizeQuestionSlots(bank, 12);
+    bank.questionBank[7].items()[3][12] = {"Caf\u00E9?", "oui", "non", "\u00BF", ""};
+    bank.limits[7].lastQuestion[3] = 12;
     return bank;
 }
 
 StudentRecords Roster(int32_t subjectMax)
 {
     StudentRecords records;
-    records.ShowByStudent = false;
-    records.CurrentSubject = subjectMax;
+    records.showByStudent = false;
+    records.currentSubject = subjectMax;
     for (const char *name : {"Zo\u00EB", " \u00C5ngstr\u00F6m ", "", "Ann"}) {
-        records.Students.push_back(NewStudent(subjectMax));
-        records.Students.back().Name = name;
+        records.students.push_back(newStudent(subjectMax));
+        records.students.back().name = name;
     }
-    records.Students[1].Level = 12;
-    records.Students[1].Current = true;
-    records.Students[2].Results[subjectMax].High[12] = 32767;
-    records.Students[3].Results[0].Last[0] = -32768;
+    records.students[1].level = 12;
+    records.students[1].current = true;
+    records.students[2].results[subjectMax].high[12] = 32767;
+    records.students[3].results[0].last[0] = -32768;
     return records;
 }
 

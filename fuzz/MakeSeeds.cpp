@@ -34,20 +34,20 @@ int main(int argc, char **argv)
     const TestBank defaults = DefaultBank();
     const TestBank grown = GrownBank();
     TestBank small = defaults;
-    ResizeQuestionSlots(small, 0);
-    for (SubjectLimits &limits : small.Limits) {
-        limits.LastQuestion.fill(-1);
+    resizeQuestionSlots(small, 0);
+    for (SubjectLimits &limits : small.limits) {
+        limits.lastQuestion.fill(-1);
     }
     StudentRecords firstRun;
-    firstRun.Students.push_back(NewStudent(defaults.SubjectMax));
-    firstRun.Students.front().Current = true;
+    firstRun.students.push_back(newStudent(defaults.subjectMax));
+    firstRun.students.front().current = true;
 
     const bool ok =
-        Written(SaveTests(defaults, dir / "tests" / "default.dat")) &&
-        Written(SaveTests(grown, dir / "tests" / "grown.dat")) &&
-        Written(SaveTests(small, dir / "tests" / "small.dat")) &&
-        Written(SaveStudents(firstRun, dir / "students" / "first-run.dat")) &&
-        Written(SaveStudents(Roster(defaults.SubjectMax), dir / "students" / "roster.dat")) &&
-        Written(SaveStudents(Roster(grown.SubjectMax), dir / "students" / "roster-grown.dat"));
+        Written(saveTests(defaults, dir / "tests" / "default.dat")) &&
+        Written(saveTests(grown, dir / "tests" / "grown.dat")) &&
+        Written(saveTests(small, dir / "tests" / "small.dat")) &&
+        Written(saveStudents(firstRun, dir / "students" / "first-run.dat")) &&
+        Written(saveStudents(Roster(defaults.subjectMax), dir / "students" / "roster.dat")) &&
+        Written(saveStudents(Roster(grown.subjectMax), dir / "students" / "roster-grown.dat"));
     return ok ? 0 : 1;
 }

@@ -15,20 +15,20 @@ namespace {
 
 bool SameRecords(const StudentRecords &a, const StudentRecords &b)
 {
-    if (std::tie(a.ShowByStudent, a.CurrentSubject, a.CurrentSubjectName) !=
-            std::tie(b.ShowByStudent, b.CurrentSubject, b.CurrentSubjectName) ||
-        a.Students.size() != b.Students.size()) {
+    if (std::tie(a.showByStudent, a.currentSubject, a.currentSubjectName) !=
+            std::tie(b.showByStudent, b.currentSubject, b.currentSubjectName) ||
+        a.students.size() != b.students.size()) {
         return false;
     }
-    for (std::size_t i = 0; i < a.Students.size(); ++i) {
-        const Student &x = a.Students[i];
-        const Student &y = b.Students[i];
-        if (std::tie(x.Name, x.Level, x.Current) != std::tie(y.Name, y.Level, y.Current) ||
-            x.Results.size() != y.Results.size()) {
+    for (std::size_t i = 0; i < a.students.size(); ++i) {
+        const Student &x = a.students[i];
+        const Student &y = b.students[i];
+        if (std::tie(x.name, x.level, x.current) != std::tie(y.name, y.level, y.current) ||
+            x.results.size() != y.results.size()) {
             return false;
         }
-        for (std::size_t s = 0; s < x.Results.size(); ++s) {
-            if (x.Results[s].Last != y.Results[s].Last || x.Results[s].High != y.Results[s].High) {
+        for (std::size_t s = 0; s < x.results.size(); ++s) {
+            if (x.results[s].last != y.results[s].last || x.results[s].high != y.results[s].high) {
                 return false;
             }
         }
@@ -40,22 +40,22 @@ void Check(std::string_view bytes, const TestBank &bank)
 {
     const std::filesystem::path path = "Tavrino_Students.dat";
     StudentRecords records;
-    const LoadResult result = DecodeStudentsFile(records, bank, bytes, path);
+    const LoadResult result = decodeStudentsFile(records, bank, bytes, path);
     StudentRecords fromDisk;
-    RequireSameOutcome(result, LoadStudents(fromDisk, bank, OnDisk(bytes, "Tavrino_Students.dat")));
+    RequireSameOutcome(result, loadStudents(fromDisk, bank, OnDisk(bytes, "Tavrino_Students.dat")));
     Require(SameRecords(fromDisk, records), "the records read from the disk are those from memory");
     if (result.status != LoadResult::Status::Loaded) {
         Require(result.status == LoadResult::Status::Failed && result.error &&
                     result.error->kind == FileError::Kind::Damaged && result.error->offset &&
-                    *result.error->offset <= bytes.size() && records.Students.empty(),
+                    *result.error->offset <= bytes.size() && records.students.empty(),
                 "a refused file is reported as damaged at an offset inside it");
         return;
     }
     std::string saved;
-    Require(!EncodeStudentsFile(records, path, saved), "loaded records can be saved");
+    Require(!encodeStudentsFile(records, path, saved), "loaded records can be saved");
     Require(saved.size() == bytes.size(), "loaded records save to as many bytes as were read");
     StudentRecords again;
-    Require(DecodeStudentsFile(again, bank, saved, path).status == LoadResult::Status::Loaded &&
+    Require(decodeStudentsFile(again, bank, saved, path).status == LoadResult::Status::Loaded &&
                 SameRecords(again, records),
             "saved records load back unchanged");
 }

@@ -15,9 +15,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const std::filesystem::path path = "Tavrino_Tests.dat";
     const std::string_view bytes(reinterpret_cast<const char *>(data), size);
     TestBank bank;
-    const LoadResult result = DecodeTestsFile(bank, bytes, path);
+    const LoadResult result = decodeTestsFile(bank, bytes, path);
     TestBank fromDisk;
-    RequireSameOutcome(result, LoadTests(fromDisk, OnDisk(bytes, "Tavrino_Tests.dat")));
+    RequireSameOutcome(result, loadTests(fromDisk, OnDisk(bytes, "Tavrino_Tests.dat")));
     if (result.status != LoadResult::Status::Loaded) {
         Require(result.status == LoadResult::Status::Failed && result.error &&
                     result.error->kind == FileError::Kind::Damaged && result.error->offset &&
@@ -27,21 +27,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     // A bank as loaded writes its questions back as the file held them; decoded,
     // they are encoded anew. Both ways must give the same bytes.
-    for (const SubjectQuestions &questions : bank.QuestionBank) {
-        questions.Items();
+    for (const SubjectQuestions &questions : bank.questionBank) {
+        questions.items();
     }
     std::string saved;
-    Require(!EncodeTestsFile(bank, path, saved), "a loaded bank can be saved");
+    Require(!encodeTestsFile(bank, path, saved), "a loaded bank can be saved");
     Require(saved.size() == size, "a loaded bank saves to as many bytes as it was read from");
     // Every field of a bank is written and decoded texts encode back exactly, so
     // equal bytes after a second round mean an equal bank.
     TestBank again;
     std::string savedAgain;
-    Require(DecodeTestsFile(again, saved, path).status == LoadResult::Status::Loaded &&
-                !EncodeTestsFile(again, path, savedAgain) && savedAgain == saved,
+    Require(decodeTestsFile(again, saved, path).status == LoadResult::Status::Loaded &&
+                !encodeTestsFile(again, path, savedAgain) && savedAgain == saved,
             "a saved bank loads back unchanged");
     std::string savedFromDisk;
-    Require(!EncodeTestsFile(fromDisk, path, savedFromDisk) && savedFromDisk == saved,
+    Require(!encodeTestsFile(fromDisk, path, savedFromDisk) && savedFromDisk == saved,
             "the bank read from the disk, saved as loaded, is the bank read from memory");
     return 0;
 }

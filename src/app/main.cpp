@@ -21,7 +21,7 @@ int main(int argc, char *argv[])
     QApplication::setWindowIcon(icon);
 
     DialogPrompt prompt;
-    Session session(DataPaths::In(DataDirForThisProgram()), prompt);
+    Session session(DataPaths::in(DataDirForThisProgram()), prompt);
 
     RandomSource random;
     MainScreen mainScreen(session, random);

@@ -16,7 +16,7 @@ namespace {
 std::optional<SaveFault> g_fault;
 
 // errno for an injected failure of this step, or 0 when the step should run normally.
-int InjectedError(SaveStep step, std::size_t writeIndex = 0)
+int injectedError(SaveStep step, std::size_t writeIndex = 0)
 {
     if (!g_fault || g_fault->step != step) {
         return 0;
@@ -50,7 +50,7 @@ private:
 
 constexpr std::string_view TemporaryMark = ".tmp";
 
-std::filesystem::path TemporaryName(const std::filesystem::path &target)
+std::filesystem::path temporaryName(const std::filesystem::path &target)
 {
     // Unique within the process; O_EXCL guards against a leftover of another run.
     static std::atomic<unsigned> counter{0};
@@ -60,14 +60,14 @@ std::filesystem::path TemporaryName(const std::filesystem::path &target)
     return name;
 }
 
-bool AllDigits(std::string_view text)
+bool allDigits(std::string_view text)
 {
     return !text.empty() &&
            std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 // The process that made a temporary name of target, or 0 when name is not one.
-pid_t TemporaryOwner(std::string_view name, std::string_view target)
+pid_t temporaryOwner(std::string_view name, std::string_view target)
 {
     if (name.size() <= target.size() + TemporaryMark.size() ||
         name.substr(0, target.size()) != target ||
@@ -77,8 +77,8 @@ pid_t TemporaryOwner(std::string_view name, std::string_view target)
     const std::string_view rest = name.substr(target.size() + TemporaryMark.size());
     const std::size_t dash = rest.find('-');
     // Nine digits at most, so that the number cannot overflow; no pid is that long.
-    if (dash == std::string_view::npos || dash > 9 || !AllDigits(rest.substr(0, dash)) ||
-        !AllDigits(rest.substr(dash + 1))) {
+    if (dash == std::string_view::npos || dash > 9 || !allDigits(rest.substr(0, dash)) ||
+        !allDigits(rest.substr(dash + 1))) {
         return 0;
     }
     return static_cast<pid_t>(std::stol(std::string(rest.substr(0, dash))));
@@ -87,7 +87,7 @@ pid_t TemporaryOwner(std::string_view name, std::string_view target)
 // A save killed part-way leaves its temporary file behind, and every such file
 // would stay for good. Those whose process no longer exists are removed; a
 // temporary file of a live process (another instance saving now) is left alone.
-void RemoveStaleTemporaries(const std::filesystem::path &target)
+void removeStaleTemporaries(const std::filesystem::path &target)
 {
     const std::filesystem::path dir = target.parent_path().empty() ? "." : target.parent_path();
     const std::string targetName = target.filename().string();
@@ -95,14 +95,14 @@ void RemoveStaleTemporaries(const std::filesystem::path &target)
     for (std::filesystem::directory_iterator it(dir, error), end; !error && it != end;
          it.increment(error)) {
         const std::string name = it->path().filename().string();
-        const pid_t owner = TemporaryOwner(name, targetName);
+        const pid_t owner = temporaryOwner(name, targetName);
         if (owner > 0 && owner != ::getpid() && ::kill(owner, 0) != 0 && errno == ESRCH) {
             ::unlink(it->path().c_str());
         }
     }
 }
 
-FileError Unwritable(const std::filesystem::path &path, const std::string &step, int error)
+FileError unwritable(const std::filesystem::path &path, const std::string &step, int error)
 {
     return FileError{
         FileError::Kind::Unwritable, path.string(), step + ": " + std::strerror(error), {}};
@@ -113,12 +113,12 @@ FileError Unwritable(const std::filesystem::path &path, const std::string &step,
 // goes on to the end, or to the piece that is to fail: one system call per
 // piece made a large bank's save spend more time in calls than in writing.
 // The bytes go at offset at of the file.
-int WriteAll(int fd, std::string_view bytes, std::size_t at)
+int writeAll(int fd, std::string_view bytes, std::size_t at)
 {
     std::size_t done = 0;
     while (done < bytes.size()) {
         const std::size_t piece = (at + done) / AtomicWriteChunk;
-        if (const int injected = InjectedError(SaveStep::Write, piece)) {
+        if (const int injected = injectedError(SaveStep::Write, piece)) {
             return injected;
         }
         std::size_t end = bytes.size();
@@ -138,7 +138,7 @@ int WriteAll(int fd, std::string_view bytes, std::size_t at)
 }
 
 // Makes the rename itself durable; a failure here loses nothing, so it is not reported.
-void SyncDirectory(const std::filesystem::path &dir)
+void syncDirectory(const std::filesystem::path &dir)
 {
     const UniqueFd fd(::open(dir.empty() ? "." : dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (fd.valid()) {
@@ -146,9 +146,9 @@ void SyncDirectory(const std::filesystem::path &dir)
     }
 }
 
-int CreateExclusive(const std::filesystem::path &path)
+int createExclusive(const std::filesystem::path &path)
 {
-    if (const int injected = InjectedError(SaveStep::Create)) {
+    if (const int injected = injectedError(SaveStep::Create)) {
         errno = injected;
         return -1;
     }
@@ -157,20 +157,20 @@ int CreateExclusive(const std::filesystem::path &path)
 
 } // namespace
 
-std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
+std::optional<FileError> writeFileAtomically(const std::filesystem::path &path,
                                              std::string_view bytes)
 {
-    return WriteFileAtomically(
+    return writeFileAtomically(
         path, [bytes](const std::function<void(std::string_view)> &write) { write(bytes); });
 }
 
-std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
+std::optional<FileError> writeFileAtomically(const std::filesystem::path &path,
                                              const ContentMaker &make)
 {
-    const std::filesystem::path temporaryPath = TemporaryName(path);
-    UniqueFd fd(CreateExclusive(temporaryPath));
+    const std::filesystem::path temporaryPath = temporaryName(path);
+    UniqueFd fd(createExclusive(temporaryPath));
     if (!fd.valid()) {
-        return Unwritable(path, "the temporary file could not be created", errno);
+        return unwritable(path, "the temporary file could not be created", errno);
     }
     TemporaryFile temporary(temporaryPath);
 
@@ -181,38 +181,38 @@ std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
     std::size_t written = 0;
     try {
         make([&](std::string_view piece) {
-            if (const int error = WriteAll(fd.get(), piece, written)) {
+            if (const int error = writeAll(fd.get(), piece, written)) {
                 throw WriteFailed{error};
             }
             written += piece.size();
         });
     } catch (const WriteFailed &failed) {
-        return Unwritable(path, "writing failed", failed.error);
+        return unwritable(path, "writing failed", failed.error);
     }
-    int error = InjectedError(SaveStep::Flush);
+    int error = injectedError(SaveStep::Flush);
     if (error == 0 && ::fsync(fd.get()) != 0) {
         error = errno;
     }
     if (error != 0) {
-        return Unwritable(path, "flushing to disk failed", error);
+        return unwritable(path, "flushing to disk failed", error);
     }
-    error = InjectedError(SaveStep::Close);
+    error = injectedError(SaveStep::Close);
     if (!fd.close() && error == 0) {
         error = errno;
     }
     if (error != 0) {
-        return Unwritable(path, "closing failed", error);
+        return unwritable(path, "closing failed", error);
     }
-    error = InjectedError(SaveStep::Rename);
+    error = injectedError(SaveStep::Rename);
     if (error == 0 && ::rename(temporaryPath.c_str(), path.c_str()) != 0) {
         error = errno;
     }
     if (error != 0) {
-        return Unwritable(path, "replacing the old file failed", error);
+        return unwritable(path, "replacing the old file failed", error);
     }
     temporary.keep();
-    SyncDirectory(path.parent_path());
-    RemoveStaleTemporaries(path);
+    syncDirectory(path.parent_path());
+    removeStaleTemporaries(path);
     return std::nullopt;
 }
 

@@ -16,7 +16,7 @@
 // removed, path is left as it was and the error names path and the cause. A save
 // that succeeds also removes the temporary files of path left behind by processes
 // that were killed while saving.
-std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
+std::optional<FileError> writeFileAtomically(const std::filesystem::path &path,
                                              std::string_view bytes);
 
 // Makes a file's content in pieces and hands each, in file order, to write.
@@ -31,7 +31,7 @@ constexpr std::size_t SavePieceBytes = 256 * 1024;
 // The same for content made while it is written, so that a large file is never
 // held whole in memory. An exception that make throws passes on, after the
 // temporary file is removed and with path left as it was.
-std::optional<FileError> WriteFileAtomically(const std::filesystem::path &path,
+std::optional<FileError> writeFileAtomically(const std::filesystem::path &path,
                                              const ContentMaker &make);
 
 // Injected write faults count pieces of this size, so a test can fail a later write.

@@ -116,7 +116,7 @@ bool ByteReader::bool16()
 std::string ByteReader::text()
 {
     const uint16_t count = uint16();
-    return Cp1252ToUtf8(take(count));
+    return cp1252ToUtf8(take(count));
 }
 
 std::string_view ByteReader::textsInPlace(std::size_t count)
@@ -227,7 +227,7 @@ void ByteWriter::raw(std::string_view bytes)
     passFullPiece();
 }
 
-void ByteWriter::AppendText(std::string_view utf8)
+void ByteWriter::appendText(std::string_view utf8)
 {
-    AppendUtf8AsCp1252(m_bytes, utf8);
+    appendUtf8AsCp1252(m_bytes, utf8);
 }

@@ -101,7 +101,7 @@ public:
         // Converted straight behind its count, which is filled in afterwards.
         const std::size_t start = m_bytes.size();
         appendUint16(0);
-        AppendText(utf8);
+        appendText(utf8);
         const std::size_t count = m_bytes.size() - start - 2;
         if (count > MaxTextBytes) {
             m_bytes.resize(start);
@@ -121,7 +121,7 @@ public:
 
 private:
     void appendUint16(uint16_t value);
-    void AppendText(std::string_view utf8);
+    void appendText(std::string_view utf8);
     // Only between values, so that a text's count can still be filled in.
     void passFullPiece()
     {

@@ -51,13 +51,13 @@ private:
     std::filesystem::path m_path;
 };
 
-inline std::string ReadBytes(const std::filesystem::path &path)
+inline std::string readBytes(const std::filesystem::path &path)
 {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-inline void WriteBytes(const std::filesystem::path &path, const std::string &bytes)
+inline void writeBytes(const std::filesystem::path &path, const std::string &bytes)
 {
     // A fresh file rather than a truncated one: ext4 flushes a truncated file to
     // disk on close, which makes thousands of rewrites take a minute.
@@ -66,7 +66,7 @@ inline void WriteBytes(const std::filesystem::path &path, const std::string &byt
 }
 
 // "FD FF 00" for the bytes FD FF 00.
-inline std::string Hex(const std::string &bytes)
+inline std::string hex(const std::string &bytes)
 {
     std::string text;
     for (const char byte : bytes) {
@@ -78,7 +78,7 @@ inline std::string Hex(const std::string &bytes)
 }
 
 // The bytes of a hex text; spaces are ignored.
-inline std::string FromHex(const std::string &hex)
+inline std::string fromHex(const std::string &hex)
 {
     std::string bytes;
     for (std::size_t i = 0; i < hex.size(); ++i) {
@@ -89,70 +89,70 @@ inline std::string FromHex(const std::string &hex)
     return bytes;
 }
 
-inline TestBank DefaultTestBank()
+inline TestBank defaultTestBank()
 {
     TestBank bank;
-    BuildDefaultTests(bank);
+    buildDefaultTests(bank);
     return bank;
 }
 
 // Two added subjects, 21 slots, texts outside ASCII and values in every odd corner.
-inline TestBank GrownBank()
+inline TestBank grownBank()
 {
-    TestBank bank = DefaultTestBank();
+    TestBank bank = defaultTestBank();
     for (const char *name : {"Zo\u00EB", "\u00C5ngstr\u00F6m \u20AC"}) {
-        AddSubject(bank, name);
-        bank.Limits.back().Seconds = 999;
+        addSubject(bank, name);
+        bank.limits.back().seconds = 999;
     }
-    ResizeQuestionSlots(bank, 20);
-    bank.QuestionBank[6].Items()[0][20] = {"Caf\u00E9?", "\u00BD", "\u00BE", "", "x"};
-    bank.Limits[6].LastQuestion[0] = 20;
-    bank.Limits[7].Seconds = 5;
-    bank.Subjects[7].AdjacentLevels = true;
-    bank.ArithLow1[30][3] = -7;
-    bank.ArithHigh2[13][0] = 2147483647;
-    bank.ArithOps[12] = "";
-    bank.ArithSwitch[12][SwitchBlanks] = true;
+    resizeQuestionSlots(bank, 20);
+    bank.questionBank[6].items()[0][20] = {"Caf\u00E9?", "\u00BD", "\u00BE", "", "x"};
+    bank.limits[6].lastQuestion[0] = 20;
+    bank.limits[7].seconds = 5;
+    bank.subjects[7].adjacentLevels = true;
+    bank.arithLow1[30][3] = -7;
+    bank.arithHigh2[13][0] = 2147483647;
+    bank.arithOps[12] = "";
+    bank.arithSwitch[12][SwitchBlanks] = true;
     return bank;
 }
 
 // Five students with results for subjects 0..subjectMax: names outside ASCII, one
 // with blanks around it, one empty, and scores at both ends of their range.
-inline StudentRecords Roster(int32_t subjectMax)
+inline StudentRecords sampleRoster(int32_t subjectMax)
 {
     StudentRecords records;
-    records.ShowByStudent = false;
-    records.CurrentSubject = 4;
+    records.showByStudent = false;
+    records.currentSubject = 4;
     for (const char *name : {"Zo\u00EB", " \u00C5ngstr\u00F6m ", "", "\u20AC\u2122", "Ann"}) {
-        records.Students.push_back(NewStudent(subjectMax));
-        records.Students.back().Name = name;
+        records.students.push_back(newStudent(subjectMax));
+        records.students.back().name = name;
     }
-    records.Students[1].Level = 12;
-    records.Students[3].Current = true;
-    records.Students[2].Results[subjectMax].High[12] = 32767;
-    records.Students[4].Results[0].Last[0] = -32768;
-    records.Students[0].Results[3].Last[7] = -3;
+    records.students[1].level = 12;
+    records.students[3].current = true;
+    records.students[2].results[subjectMax].high[12] = 32767;
+    records.students[4].results[0].last[0] = -32768;
+    records.students[0].results[3].last[7] = -3;
     return records;
 }
 
 // Every table of the two banks holds the same values.
-inline void ExpectSameBank(const TestBank &a, const TestBank &b)
+inline void expectSameBank(const TestBank &a, const TestBank &b)
 {
-    ASSERT_EQ(std::tie(a.SubjectMax, a.QuestionMax), std::tie(b.SubjectMax, b.QuestionMax));
-    ASSERT_EQ(a.Subjects.size(), b.Subjects.size());
-    ASSERT_EQ(a.QuestionBank.size(), b.QuestionBank.size());
-    ASSERT_EQ(a.Limits.size(), b.Limits.size());
+    ASSERT_EQ(std::tie(a.subjectMax, a.questionMax), std::tie(b.subjectMax, b.questionMax));
+    ASSERT_EQ(a.subjects.size(), b.subjects.size());
+    ASSERT_EQ(a.questionBank.size(), b.questionBank.size());
+    ASSERT_EQ(a.limits.size(), b.limits.size());
     const auto key = [](const Question &q) {
-        return std::tie(q.Text, q.Answer, q.Wrong1, q.Wrong2, q.Wrong3);
+        return std::tie(q.text, q.answer, q.wrong1, q.wrong2, q.wrong3);
     };
-    for (std::size_t s = 0; s < a.Subjects.size(); ++s) {
-        EXPECT_EQ(a.Subjects[s].Name, b.Subjects[s].Name);
-        EXPECT_EQ(a.Subjects[s].AdjacentLevels, b.Subjects[s].AdjacentLevels);
-        EXPECT_EQ(a.Limits[s].LastQuestion, b.Limits[s].LastQuestion);
-        EXPECT_EQ(a.Limits[s].Seconds, b.Limits[s].Seconds);
+    for (std::size_t s = 0; s < a.subjects.size(); ++s) {
+        EXPECT_EQ(a.subjects[s].name, b.subjects[s].name);
+        EXPECT_EQ(a.subjects[s].adjacentLevels, b.subjects[s].adjacentLevels);
+        EXPECT_EQ(a.limits[s].lastQuestion, b.limits[s].lastQuestion);
+        EXPECT_EQ(a.limits[s].seconds, b.limits[s].seconds);
         for (int level = 0; level < LevelCount; ++level) {
-            const LevelSlots &x = a.QuestionBank[s].Items()[level];
-            const LevelSlots &y = b.QuestionBank[s].Items()[level];
+            const LevelSlots &x = a.questionBank[s].items()[level];
+            const LevelSlots &y = b.questionBank[s].items()[level];
             ASSERT_EQ(x.size(), y.size());
             for (std::size_t slot = 0; slot < x.size(); ++slot) {
                 EXPECT_EQ(key(x[slot]), key(y[slot]))
@@ -160,26 +160,26 @@ inline void ExpectSameBank(const TestBank &a, const TestBank &b)
             }
         }
     }
-    EXPECT_EQ(std::tie(a.ArithLow1, a.ArithHigh1, a.ArithLow2, a.ArithHigh2),
-              std::tie(b.ArithLow1, b.ArithHigh1, b.ArithLow2, b.ArithHigh2));
-    EXPECT_EQ(a.ArithOps, b.ArithOps);
-    EXPECT_EQ(a.ArithSwitch, b.ArithSwitch);
+    EXPECT_EQ(std::tie(a.arithLow1, a.arithHigh1, a.arithLow2, a.arithHigh2),
+              std::tie(b.arithLow1, b.arithHigh1, b.arithLow2, b.arithHigh2));
+    EXPECT_EQ(a.arithOps, b.arithOps);
+    EXPECT_EQ(a.arithSwitch, b.arithSwitch);
 }
 
 // The same roster with the same results; the subject's name is left to the callers.
-inline void ExpectSameRecords(const StudentRecords &a, const StudentRecords &b)
+inline void expectSameRecords(const StudentRecords &a, const StudentRecords &b)
 {
-    EXPECT_EQ(std::tie(a.ShowByStudent, a.CurrentSubject),
-              std::tie(b.ShowByStudent, b.CurrentSubject));
-    ASSERT_EQ(a.Students.size(), b.Students.size());
-    for (std::size_t i = 0; i < a.Students.size(); ++i) {
-        const Student &x = a.Students[i];
-        const Student &y = b.Students[i];
-        EXPECT_EQ(std::tie(x.Name, x.Level, x.Current), std::tie(y.Name, y.Level, y.Current));
-        ASSERT_EQ(x.Results.size(), y.Results.size()) << "student " << i;
-        for (std::size_t s = 0; s < x.Results.size(); ++s) {
-            EXPECT_EQ(x.Results[s].Last, y.Results[s].Last) << "student " << i << " subject " << s;
-            EXPECT_EQ(x.Results[s].High, y.Results[s].High) << "student " << i << " subject " << s;
+    EXPECT_EQ(std::tie(a.showByStudent, a.currentSubject),
+              std::tie(b.showByStudent, b.currentSubject));
+    ASSERT_EQ(a.students.size(), b.students.size());
+    for (std::size_t i = 0; i < a.students.size(); ++i) {
+        const Student &x = a.students[i];
+        const Student &y = b.students[i];
+        EXPECT_EQ(std::tie(x.name, x.level, x.current), std::tie(y.name, y.level, y.current));
+        ASSERT_EQ(x.results.size(), y.results.size()) << "student " << i;
+        for (std::size_t s = 0; s < x.results.size(); ++s) {
+            EXPECT_EQ(x.results[s].last, y.results[s].last) << "student " << i << " subject " << s;
+            EXPECT_EQ(x.results[s].high, y.results[s].high) << "student " << i << " subject " << s;
         }
     }
 }

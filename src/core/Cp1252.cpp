@@ -16,7 +16,7 @@ constexpr std::array<char32_t, 32> HighControlRange = {
 
 constexpr char Replacement = '?';
 
-char32_t ToCodePoint(unsigned char byte)
+char32_t toCodePoint(unsigned char byte)
 {
     if (byte >= 0x80 && byte <= 0x9F) {
         return HighControlRange[byte - 0x80];
@@ -24,13 +24,13 @@ char32_t ToCodePoint(unsigned char byte)
     return byte;
 }
 
-std::size_t Utf8Length(char32_t cp)
+std::size_t utf8Length(char32_t cp)
 {
     return cp < 0x80 ? 1 : cp < 0x800 ? 2 : 3;
 }
 
 // Writes the character at to and returns the position after it.
-char *WriteUtf8(char *to, char32_t cp)
+char *writeUtf8(char *to, char32_t cp)
 {
     if (cp < 0x80) {
         *to++ = static_cast<char>(cp);
@@ -47,7 +47,7 @@ char *WriteUtf8(char *to, char32_t cp)
 }
 
 // The byte for a code point, or the replacement when the code page lacks it.
-char ToByte(char32_t cp)
+char toByte(char32_t cp)
 {
     if (cp < 0x80 || (cp >= 0xA0 && cp <= 0xFF)) {
         return static_cast<char>(cp);
@@ -63,17 +63,17 @@ char ToByte(char32_t cp)
 // Bytes are tested eight at a time: one of 0x80 and above has its top bit set.
 constexpr std::uint64_t TopBits = 0x8080808080808080ULL;
 
-std::uint64_t EightBytesAt(std::string_view bytes, std::size_t pos)
+std::uint64_t eightBytesAt(std::string_view bytes, std::size_t pos)
 {
     std::uint64_t word = 0;
     std::memcpy(&word, bytes.data() + pos, sizeof word);
     return word;
 }
 
-std::size_t AsciiRunLength(std::string_view bytes, std::size_t from)
+std::size_t asciiRunLength(std::string_view bytes, std::size_t from)
 {
     std::size_t end = from;
-    while (end + 8 <= bytes.size() && (EightBytesAt(bytes, end) & TopBits) == 0) {
+    while (end + 8 <= bytes.size() && (eightBytesAt(bytes, end) & TopBits) == 0) {
         end += 8;
     }
     while (end < bytes.size() && static_cast<unsigned char>(bytes[end]) < 0x80) {
@@ -82,14 +82,14 @@ std::size_t AsciiRunLength(std::string_view bytes, std::size_t from)
     return end - from;
 }
 
-bool IsContinuation(unsigned char byte)
+bool isContinuation(unsigned char byte)
 {
     return (byte & 0xC0) == 0x80;
 }
 
 // Decodes one character starting at text[pos]; returns its length in bytes, or 0
 // when the bytes there are not valid UTF-8 (overlong forms and surrogates included).
-std::size_t DecodeUtf8(std::string_view text, std::size_t pos, char32_t &cp)
+std::size_t decodeUtf8(std::string_view text, std::size_t pos, char32_t &cp)
 {
     const auto lead = static_cast<unsigned char>(text[pos]);
     std::size_t length = 0;
@@ -117,7 +117,7 @@ std::size_t DecodeUtf8(std::string_view text, std::size_t pos, char32_t &cp)
     }
     for (std::size_t i = 1; i < length; ++i) {
         const auto byte = static_cast<unsigned char>(text[pos + i]);
-        if (!IsContinuation(byte)) {
+        if (!isContinuation(byte)) {
             return 0;
         }
         cp = (cp << 6) | (byte & 0x3F);
@@ -130,46 +130,46 @@ std::size_t DecodeUtf8(std::string_view text, std::size_t pos, char32_t &cp)
 
 } // namespace
 
-std::string Cp1252ToUtf8(std::string_view bytes)
+std::string cp1252ToUtf8(std::string_view bytes)
 {
     // Texts are converted by the hundred thousand when a large bank loads: plain
     // ASCII, the same in both encodings, is copied whole, and any other text is
     // sized first so that it is allocated once and written in place.
-    const std::size_t ascii = AsciiRunLength(bytes, 0);
+    const std::size_t ascii = asciiRunLength(bytes, 0);
     if (ascii == bytes.size()) {
         return std::string(bytes);
     }
     std::size_t size = 0;
     for (std::size_t pos = 0; pos < bytes.size();) {
-        const std::size_t run = AsciiRunLength(bytes, pos);
+        const std::size_t run = asciiRunLength(bytes, pos);
         size += run;
         pos += run;
         if (pos < bytes.size()) {
-            size += Utf8Length(ToCodePoint(static_cast<unsigned char>(bytes[pos++])));
+            size += utf8Length(toCodePoint(static_cast<unsigned char>(bytes[pos++])));
         }
     }
     std::string out(size, '\0');
     char *to = out.data();
     for (std::size_t pos = 0; pos < bytes.size();) {
-        const std::size_t run = AsciiRunLength(bytes, pos);
+        const std::size_t run = asciiRunLength(bytes, pos);
         std::memcpy(to, bytes.data() + pos, run);
         to += run;
         pos += run;
         if (pos < bytes.size()) {
-            to = WriteUtf8(to, ToCodePoint(static_cast<unsigned char>(bytes[pos++])));
+            to = writeUtf8(to, toCodePoint(static_cast<unsigned char>(bytes[pos++])));
         }
     }
     return out;
 }
 
-std::string Utf8ToCp1252(std::string_view text)
+std::string utf8ToCp1252(std::string_view text)
 {
     std::string out;
-    AppendUtf8AsCp1252(out, text);
+    appendUtf8AsCp1252(out, text);
     return out;
 }
 
-void AppendUtf8AsCp1252(std::string &out, std::string_view text)
+void appendUtf8AsCp1252(std::string &out, std::string_view text)
 {
     // No character takes more bytes in the code page than in UTF-8: the room is
     // made once, written in place and cut to what was written. Runs of plain
@@ -179,7 +179,7 @@ void AppendUtf8AsCp1252(std::string &out, std::string_view text)
     char *to = out.data() + start;
     std::size_t pos = 0;
     while (pos < text.size()) {
-        const std::size_t run = AsciiRunLength(text, pos);
+        const std::size_t run = asciiRunLength(text, pos);
         std::memcpy(to, text.data() + pos, run);
         to += run;
         pos += run;
@@ -187,17 +187,17 @@ void AppendUtf8AsCp1252(std::string &out, std::string_view text)
             break;
         }
         char32_t cp = 0;
-        const std::size_t length = DecodeUtf8(text, pos, cp);
+        const std::size_t length = decodeUtf8(text, pos, cp);
         if (length == 0) {
             // One "?" for the broken sequence: its lead byte and any continuation bytes.
             *to++ = Replacement;
             ++pos;
-            while (pos < text.size() && IsContinuation(static_cast<unsigned char>(text[pos]))) {
+            while (pos < text.size() && isContinuation(static_cast<unsigned char>(text[pos]))) {
                 ++pos;
             }
             continue;
         }
-        *to++ = ToByte(cp);
+        *to++ = toByte(cp);
         pos += length;
     }
     out.resize(static_cast<std::size_t>(to - out.data()));

@@ -1,11 +1,11 @@
 #include "core/DataPaths.h"
 
-DataPaths DataPaths::In(const std::filesystem::path &dataDir)
+DataPaths DataPaths::in(const std::filesystem::path &dataDir)
 {
     DataPaths paths;
-    paths.DataDir = dataDir;
-    paths.TestsPath = dataDir / "Tavrino_Tests.dat";
-    paths.StudentsPath = dataDir / "Tavrino_Students.dat";
-    paths.BlankPagePath = dataDir / "blank.html";
+    paths.dataDir = dataDir;
+    paths.testsPath = dataDir / "Tavrino_Tests.dat";
+    paths.studentsPath = dataDir / "Tavrino_Students.dat";
+    paths.blankPagePath = dataDir / "blank.html";
     return paths;
 }

@@ -5,11 +5,11 @@
 #include <filesystem>
 
 struct DataPaths {
-    std::filesystem::path DataDir;
-    std::filesystem::path TestsPath;
-    std::filesystem::path StudentsPath;
-    std::filesystem::path BlankPagePath;
+    std::filesystem::path dataDir;
+    std::filesystem::path testsPath;
+    std::filesystem::path studentsPath;
+    std::filesystem::path blankPagePath;
 
     // The paths inside the given data directory.
-    static DataPaths In(const std::filesystem::path &dataDir);
+    static DataPaths in(const std::filesystem::path &dataDir);
 };

@@ -2,7 +2,7 @@
 // rows each for Geography, History, Music and Science, ordered by subject,
 // level and slot. Texts are stored without a closing "?" (the screen adds it).
 //
-// Columns: subject, level, slot, Text, Answer, Wrong1, Wrong2, Wrong3.
+// Columns: subject, level, slot, text, answer, wrong1, wrong2, wrong3.
 //
 // Some rows deliberately keep misspellings and invented names, which are part
 // of the data and must stay exactly as they are ("Carribean",

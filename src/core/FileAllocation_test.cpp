@@ -23,7 +23,7 @@ namespace {
 bool g_counting = false;
 std::size_t g_requested = 0;
 
-std::string Int32(int32_t value)
+std::string int32(int32_t value)
 {
     ByteWriter out;
     out.int32(value);
@@ -31,7 +31,7 @@ std::string Int32(int32_t value)
 }
 
 // The address space the process has mapped, in bytes.
-rlim_t AddressSpaceInUse()
+rlim_t addressSpaceInUse()
 {
     std::ifstream status("/proc/self/status");
     std::string line;
@@ -67,11 +67,11 @@ void operator delete(void *p, std::size_t) noexcept
 
 TEST(FileAllocation, CountsBeyondTheFileAreRefusedBeforeAnythingIsAllocated)
 {
-    const TestBank bank = DefaultTestBank();
+    const TestBank bank = defaultTestBank();
     // Enough bytes after the counts to pass every check that looks only at the size left.
     const std::string padding(10000, '\0');
     // Six subjects with empty names.
-    const std::string questionsHeader = Int32(5) + std::string(6 * 4, '\0');
+    const std::string questionsHeader = int32(5) + std::string(6 * 4, '\0');
 
     const struct {
         const char *what;
@@ -79,20 +79,20 @@ TEST(FileAllocation, CountsBeyondTheFileAreRefusedBeforeAnythingIsAllocated)
         std::string bytes;
     } claims[] = {
         {"2^31 students in 30 bytes", true,
-         FromHex("FF FF 00 00 00 00 FF FF FF 7F") + std::string(20, '\0')},
-        {"2^30 students", true, FromHex("FF FF 00 00 00 00 00 00 00 40") + padding},
+         fromHex("FF FF 00 00 00 00 FF FF FF 7F") + std::string(20, '\0')},
+        {"2^30 students", true, fromHex("FF FF 00 00 00 00 00 00 00 40") + padding},
         {"a name of 65535 bytes", true,
-         FromHex("FF FF 00 00 00 00 00 00 00 00 FF FF") + std::string(300, 'a')},
-        {"2^31 subjects", false, Int32(0x7FFFFFFF) + padding},
-        {"2^31 question slots", false, questionsHeader + Int32(0x7FFFFFFF) + padding},
-        {"1001 question slots", false, questionsHeader + Int32(1000) + padding},
-        {"a subject name of 65535 bytes", false, Int32(5) + FromHex("FF FF") + padding},
+         fromHex("FF FF 00 00 00 00 00 00 00 00 FF FF") + std::string(300, 'a')},
+        {"2^31 subjects", false, int32(0x7FFFFFFF) + padding},
+        {"2^31 question slots", false, questionsHeader + int32(0x7FFFFFFF) + padding},
+        {"1001 question slots", false, questionsHeader + int32(1000) + padding},
+        {"a subject name of 65535 bytes", false, int32(5) + fromHex("FF FF") + padding},
     };
     const ScratchDir dir;
     for (const auto &claim : claims) {
         SCOPED_TRACE(claim.what);
         const auto path = dir / (claim.students ? "Tavrino_Students.dat" : "Tavrino_Tests.dat");
-        WriteBytes(path, claim.bytes);
+        writeBytes(path, claim.bytes);
         // From memory, and from the disk through the loaders' own reading.
         for (const bool fromDisk : {false, true}) {
             SCOPED_TRACE(fromDisk ? "from the disk" : "from memory");
@@ -102,11 +102,11 @@ TEST(FileAllocation, CountsBeyondTheFileAreRefusedBeforeAnythingIsAllocated)
             g_requested = 0;
             g_counting = true;
             if (claim.students) {
-                result = fromDisk ? LoadStudents(records, bank, path)
-                                  : DecodeStudentsFile(records, bank, claim.bytes, path);
+                result = fromDisk ? loadStudents(records, bank, path)
+                                  : decodeStudentsFile(records, bank, claim.bytes, path);
             } else {
                 result =
-                    fromDisk ? LoadTests(loaded, path) : DecodeTestsFile(loaded, claim.bytes, path);
+                    fromDisk ? loadTests(loaded, path) : decodeTestsFile(loaded, claim.bytes, path);
             }
             g_counting = false;
             ASSERT_EQ(result.status, LoadResult::Status::Failed);
@@ -119,11 +119,11 @@ TEST(FileAllocation, CountsBeyondTheFileAreRefusedBeforeAnythingIsAllocated)
 
     // The counter sees the loaders' allocations at all: a valid file costs far more.
     std::string valid;
-    ASSERT_FALSE(EncodeTestsFile(bank, "Tavrino_Tests.dat", valid));
+    ASSERT_FALSE(encodeTestsFile(bank, "Tavrino_Tests.dat", valid));
     TestBank loaded;
     g_requested = 0;
     g_counting = true;
-    const LoadResult result = DecodeTestsFile(loaded, valid, "Tavrino_Tests.dat");
+    const LoadResult result = decodeTestsFile(loaded, valid, "Tavrino_Tests.dat");
     g_counting = false;
     ASSERT_EQ(result.status, LoadResult::Status::Loaded);
     EXPECT_GT(g_requested, valid.size());
@@ -137,17 +137,17 @@ TEST(FileAllocation, AFileLargerThanTheMemoryLeftIsReportedAsUnreadable)
     const ScratchDir dir;
     const auto path = dir / "Tavrino_Tests.dat";
     constexpr std::uintmax_t size = 256u << 20;
-    WriteBytes(path, "");
+    writeBytes(path, "");
     std::filesystem::resize_file(path, size); // sparse: nothing is written to the disk
 
     // Room for the loader's own small needs, not for the file.
     rlimit previous{};
     ASSERT_EQ(::getrlimit(RLIMIT_AS, &previous), 0);
     rlimit limited = previous;
-    limited.rlim_cur = AddressSpaceInUse() + (32u << 20);
+    limited.rlim_cur = addressSpaceInUse() + (32u << 20);
     ASSERT_EQ(::setrlimit(RLIMIT_AS, &limited), 0);
     TestBank bank;
-    const LoadResult result = LoadTests(bank, path);
+    const LoadResult result = loadTests(bank, path);
     ::setrlimit(RLIMIT_AS, &previous);
 
     ASSERT_EQ(result.status, LoadResult::Status::Failed);
@@ -156,5 +156,5 @@ TEST(FileAllocation, AFileLargerThanTheMemoryLeftIsReportedAsUnreadable)
     const std::string message = result.error->message();
     EXPECT_NE(message.find("not enough memory"), std::string::npos) << message;
     EXPECT_NE(message.find(std::to_string(size)), std::string::npos) << message;
-    EXPECT_EQ(bank.SubjectMax, -1) << "nothing was loaded";
+    EXPECT_EQ(bank.subjectMax, -1) << "nothing was loaded";
 }

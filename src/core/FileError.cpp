@@ -27,7 +27,7 @@ std::string FileError::message() const
     return text;
 }
 
-FileError RefusedSave(const std::filesystem::path &path, const std::string &what,
+FileError refusedSave(const std::filesystem::path &path, const std::string &what,
                       const std::string &problem)
 {
     return FileError{FileError::Kind::Unwritable,
@@ -36,7 +36,7 @@ FileError RefusedSave(const std::filesystem::path &path, const std::string &what
                      {}};
 }
 
-FileError TooLongText(const std::filesystem::path &path, const std::string &which)
+FileError tooLongText(const std::filesystem::path &path, const std::string &which)
 {
     return FileError{FileError::Kind::TooLong,
                      path.string(),

@@ -34,8 +34,8 @@ struct LoadResult {
 
 // A save refused before anything was written, because the data in memory would
 // make a file that could not be read back; what names the data.
-FileError RefusedSave(const std::filesystem::path &path, const std::string &what,
+FileError refusedSave(const std::filesystem::path &path, const std::string &what,
                       const std::string &problem);
 
 // A save refused because a text is longer than the file format can hold.
-FileError TooLongText(const std::filesystem::path &path, const std::string &which);
+FileError tooLongText(const std::filesystem::path &path, const std::string &which);

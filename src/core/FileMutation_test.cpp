@@ -20,7 +20,7 @@ constexpr std::uint32_t Seed = 20240611;
 // One to three damages of the kinds a disk, a copy or a bad program cause; donors
 // are other files to take pieces from. A byte set to an edge value at the top of
 // a count makes it huge or negative.
-std::string Damage(std::mt19937 &rng, std::string bytes, const std::vector<std::string> &donors)
+std::string damage(std::mt19937 &rng, std::string bytes, const std::vector<std::string> &donors)
 {
     static constexpr std::array<char, 4> Edges = {'\0', '\xFF', '\x7F', '\x80'};
     const auto below = [&](std::size_t bound) { return bound == 0 ? 0 : rng() % bound; };
@@ -61,7 +61,7 @@ std::string Damage(std::mt19937 &rng, std::string bytes, const std::vector<std::
 }
 
 // A refused file is refused as damaged, named, with an offset inside it.
-void ExpectDamageInside(const LoadResult &result, const std::filesystem::path &path,
+void expectDamageInside(const LoadResult &result, const std::filesystem::path &path,
                         std::size_t size)
 {
     ASSERT_TRUE(result.error);
@@ -74,40 +74,40 @@ void ExpectDamageInside(const LoadResult &result, const std::filesystem::path &p
 // A Students file for studentsBank, or a Tests file when that is null. One that
 // loads is saved and loaded again and must come back equal; one that does not
 // leaves what it was loaded into as it was. Returns whether it loaded.
-bool LoadsWholeOrIsRefused(const std::string &bytes, const TestBank *studentsBank)
+bool loadsWholeOrIsRefused(const std::string &bytes, const TestBank *studentsBank)
 {
     const std::filesystem::path path = "/school/data/Tavrino.dat";
     TestBank bank;
-    bank.Subjects.push_back({"untouched", false});
+    bank.subjects.push_back({"untouched", false});
     StudentRecords records;
-    records.CurrentSubjectName = "untouched";
-    const LoadResult result = studentsBank ? DecodeStudentsFile(records, *studentsBank, bytes, path)
-                                           : DecodeTestsFile(bank, bytes, path);
+    records.currentSubjectName = "untouched";
+    const LoadResult result = studentsBank ? decodeStudentsFile(records, *studentsBank, bytes, path)
+                                           : decodeTestsFile(bank, bytes, path);
     if (!result.ok()) {
-        ExpectDamageInside(result, path, bytes.size());
-        EXPECT_EQ(bank.Subjects.size(), 1u);
-        EXPECT_EQ(bank.Subjects[0].Name, "untouched");
-        EXPECT_TRUE(records.Students.empty());
-        EXPECT_EQ(records.CurrentSubjectName, "untouched");
+        expectDamageInside(result, path, bytes.size());
+        EXPECT_EQ(bank.subjects.size(), 1u);
+        EXPECT_EQ(bank.subjects[0].name, "untouched");
+        EXPECT_TRUE(records.students.empty());
+        EXPECT_EQ(records.currentSubjectName, "untouched");
         return false;
     }
     std::string saved;
     if (studentsBank) {
-        EXPECT_FALSE(EncodeStudentsFile(records, path, saved));
+        EXPECT_FALSE(encodeStudentsFile(records, path, saved));
         StudentRecords again;
-        EXPECT_EQ(DecodeStudentsFile(again, *studentsBank, saved, path).status,
+        EXPECT_EQ(decodeStudentsFile(again, *studentsBank, saved, path).status,
                   LoadResult::Status::Loaded);
-        ExpectSameRecords(again, records);
-        EXPECT_EQ(again.CurrentSubjectName, records.CurrentSubjectName);
+        expectSameRecords(again, records);
+        EXPECT_EQ(again.currentSubjectName, records.currentSubjectName);
     } else {
         // Decoded, the questions are encoded anew rather than copied as they were read.
-        for (const SubjectQuestions &questions : bank.QuestionBank) {
-            questions.Items();
+        for (const SubjectQuestions &questions : bank.questionBank) {
+            questions.items();
         }
-        EXPECT_FALSE(EncodeTestsFile(bank, path, saved));
+        EXPECT_FALSE(encodeTestsFile(bank, path, saved));
         TestBank again;
-        EXPECT_EQ(DecodeTestsFile(again, saved, path).status, LoadResult::Status::Loaded);
-        ExpectSameBank(again, bank);
+        EXPECT_EQ(decodeTestsFile(again, saved, path).status, LoadResult::Status::Loaded);
+        expectSameBank(again, bank);
     }
     // Texts come back byte for byte, so only nonzero booleans other than -1 change.
     EXPECT_EQ(saved.size(), bytes.size());
@@ -118,12 +118,12 @@ bool LoadsWholeOrIsRefused(const std::string &bytes, const TestBank *studentsBan
 
 TEST(FileMutation, DamagedFilesLoadWholeOrAreRefusedWithTheOffset)
 {
-    const TestBank defaults = DefaultTestBank();
-    const TestBank grown = GrownBank();
+    const TestBank defaults = defaultTestBank();
+    const TestBank grown = grownBank();
     TestBank small = defaults;
-    ResizeQuestionSlots(small, 0);
-    for (SubjectLimits &limits : small.Limits) {
-        limits.LastQuestion.fill(0);
+    resizeQuestionSlots(small, 0);
+    for (SubjectLimits &limits : small.limits) {
+        limits.lastQuestion.fill(0);
     }
     const struct {
         const TestBank &bank;
@@ -137,16 +137,16 @@ TEST(FileMutation, DamagedFilesLoadWholeOrAreRefusedWithTheOffset)
     for (const auto &kind : kinds) {
         files.emplace_back();
         ASSERT_FALSE(kind.students
-                         ? EncodeStudentsFile(Roster(kind.bank.SubjectMax), "", files.back())
-                         : EncodeTestsFile(kind.bank, "", files.back()));
+                         ? encodeStudentsFile(sampleRoster(kind.bank.subjectMax), "", files.back())
+                         : encodeTestsFile(kind.bank, "", files.back()));
     }
     std::mt19937 rng(Seed);
     for (std::size_t k = 0; k < files.size(); ++k) {
         const auto &kind = kinds[k];
         int loaded = 0;
         for (int i = 0; i < kind.cases && !HasFailure(); ++i) {
-            const std::string bytes = Damage(rng, files[k], files);
-            loaded += LoadsWholeOrIsRefused(bytes, kind.students ? &kind.bank : nullptr) ? 1 : 0;
+            const std::string bytes = damage(rng, files[k], files);
+            loaded += loadsWholeOrIsRefused(bytes, kind.students ? &kind.bank : nullptr) ? 1 : 0;
             if (HasFailure()) {
                 ADD_FAILURE() << "case " << i << " of seed " << Seed << ", " << bytes.size()
                               << " bytes from a valid file of " << files[k].size();

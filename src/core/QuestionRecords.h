@@ -19,19 +19,19 @@ constexpr std::size_t MinQuestionBytes = TextsPerQuestion * 2;
 
 // Writes the table for slots 0..questionMax. Throws TextTooLong, naming the
 // question by subjectName, its level and its slot.
-void WriteSubjectQuestions(ByteWriter &out, const SubjectQuestions &questions, int32_t questionMax,
+void writeSubjectQuestions(ByteWriter &out, const SubjectQuestions &questions, int32_t questionMax,
                            const std::string &subjectName);
 
 // At least the bytes the table takes, and at most a little more when texts hold
 // letters beyond ASCII.
-std::size_t SubjectQuestionsBytesAtMost(const SubjectQuestions &questions);
+std::size_t subjectQuestionsBytesAtMost(const SubjectQuestions &questions);
 
 // Reads and checks a table of slots 0..questionMax. The questions are not
 // decoded: they stay in in's bytes, which owner keeps alive, until first asked for.
-SubjectQuestions ReadSubjectQuestions(ByteReader &in, int32_t questionMax,
+SubjectQuestions readSubjectQuestions(ByteReader &in, int32_t questionMax,
                                       const std::shared_ptr<const void> &owner);
 
 // Fills slots 0..slotCount-1 of every level of items, which hold at least that
 // many, from records checked to hold slotCount x LevelCount questions when the
 // file was read.
-void DecodeQuestionRecords(std::string_view records, std::size_t slotCount, LevelQuestions &items);
+void decodeQuestionRecords(std::string_view records, std::size_t slotCount, LevelQuestions &items);

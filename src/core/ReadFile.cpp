@@ -12,7 +12,7 @@
 
 namespace {
 
-FileError Unreadable(const std::filesystem::path &path, int error)
+FileError unreadable(const std::filesystem::path &path, int error)
 {
     return FileError{FileError::Kind::Unreadable, path.string(), std::strerror(error), {}};
 }
@@ -25,13 +25,13 @@ FileReader::FileReader(const std::filesystem::path &path)
     if (!m_fd.valid()) {
         m_missing = errno == ENOENT;
         if (!m_missing) {
-            m_error = Unreadable(path, errno);
+            m_error = unreadable(path, errno);
         }
         return;
     }
     struct stat status {};
     if (::fstat(m_fd.get(), &status) != 0) {
-        m_error = Unreadable(path, errno);
+        m_error = unreadable(path, errno);
         return;
     }
     m_size = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;

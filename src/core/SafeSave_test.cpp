@@ -30,10 +30,10 @@ TEST(SafeSave, AFailureAtAnyStepLeavesTheOldFileAndNoTemporaryFile)
             write(piece);
         }
     };
-    ASSERT_FALSE(WriteFileAtomically(path, make));
-    EXPECT_EQ(ReadBytes(path), whole);
-    ASSERT_FALSE(WriteFileAtomically(path, ""));
-    EXPECT_EQ(ReadBytes(path), "");
+    ASSERT_FALSE(writeFileAtomically(path, make));
+    EXPECT_EQ(readBytes(path), whole);
+    ASSERT_FALSE(writeFileAtomically(path, ""));
+    EXPECT_EQ(readBytes(path), "");
 
     // Every step can fail, and every write, whichever of the made pieces it lies in;
     // the data files are saved the same way.
@@ -45,21 +45,21 @@ TEST(SafeSave, AFailureAtAnyStepLeavesTheOldFileAndNoTemporaryFile)
     for (std::size_t index = 0; index < writes; ++index) {
         faults.push_back({SaveStep::Write, index % 2 ? ENOSPC : EFBIG, index});
     }
-    const TestBank bank = GrownBank();
-    StudentRecords roster = Roster(5);
-    roster.Students.resize(40, NewStudent(5));
+    const TestBank bank = grownBank();
+    StudentRecords roster = sampleRoster(5);
+    roster.students.resize(40, newStudent(5));
     using Save = std::function<std::optional<FileError>(const std::filesystem::path &)>;
     const std::pair<std::string, Save> saves[] = {
-        {"data.dat", [&](const auto &to) { return WriteFileAtomically(to, make); }},
-        {"data.dat", [&](const auto &to) { return WriteFileAtomically(to, whole); }},
-        {"Tavrino_Tests.dat", [&](const auto &to) { return SaveTests(bank, to); }},
-        {"Tavrino_Students.dat", [&](const auto &to) { return SaveStudents(roster, to); }},
+        {"data.dat", [&](const auto &to) { return writeFileAtomically(to, make); }},
+        {"data.dat", [&](const auto &to) { return writeFileAtomically(to, whole); }},
+        {"Tavrino_Tests.dat", [&](const auto &to) { return saveTests(bank, to); }},
+        {"Tavrino_Students.dat", [&](const auto &to) { return saveStudents(roster, to); }},
     };
     for (const auto &[name, save] : saves) {
         for (const SaveFault &fault : faults) {
             SCOPED_TRACE(name + " step " + std::to_string(static_cast<int>(fault.step)) +
                          " write " + std::to_string(fault.writeIndex));
-            WriteBytes(dir / name, "old");
+            writeBytes(dir / name, "old");
             std::optional<FileError> error;
             {
                 const InjectedSaveFault inject(fault);
@@ -71,7 +71,7 @@ TEST(SafeSave, AFailureAtAnyStepLeavesTheOldFileAndNoTemporaryFile)
             const std::string message = error->message();
             EXPECT_NE(message.find((dir / name).string()), std::string::npos) << message;
             EXPECT_NE(message.find(std::strerror(fault.error)), std::string::npos) << message;
-            EXPECT_EQ(ReadBytes(dir / name), "old");
+            EXPECT_EQ(readBytes(dir / name), "old");
             EXPECT_EQ(dir.entries(), std::vector<std::string>{name});
         }
         std::filesystem::remove(dir / name);
@@ -79,22 +79,22 @@ TEST(SafeSave, AFailureAtAnyStepLeavesTheOldFileAndNoTemporaryFile)
     // A write fault past the last chunk never triggers: the save goes through.
     {
         const InjectedSaveFault late({SaveStep::Write, EIO, writes});
-        EXPECT_FALSE(WriteFileAtomically(path, whole));
-        EXPECT_EQ(ReadBytes(path), whole);
+        EXPECT_FALSE(writeFileAtomically(path, whole));
+        EXPECT_EQ(readBytes(path), whole);
     }
 
     // A failure of the maker's own passes on, and nothing of its content stays.
-    WriteBytes(path, "old");
+    writeBytes(path, "old");
     const ContentMaker failing = [](const std::function<void(std::string_view)> &write) {
         write("part of it");
         throw std::runtime_error("the content could not be made");
     };
-    EXPECT_THROW(WriteFileAtomically(path, failing), std::runtime_error);
-    EXPECT_EQ(ReadBytes(path), "old");
+    EXPECT_THROW(writeFileAtomically(path, failing), std::runtime_error);
+    EXPECT_EQ(readBytes(path), "old");
     EXPECT_EQ(dir.entries(), std::vector<std::string>{"data.dat"});
 
     // A missing directory is reported, not created.
-    const std::optional<FileError> error = WriteFileAtomically(dir / "absent" / "data.dat", "x");
+    const std::optional<FileError> error = writeFileAtomically(dir / "absent" / "data.dat", "x");
     ASSERT_TRUE(error);
     EXPECT_EQ(error->kind, FileError::Kind::Unwritable);
     EXPECT_NE(error->cause.find(std::strerror(ENOENT)), std::string::npos);
@@ -121,12 +121,12 @@ TEST(SafeSave, OnlyTemporaryFilesOfEndedProcessesAreCleanedUp)
         "Tavrino_Tests.dat.tmp" + gone + "-1x",   "Tavrino_Tests.dat.bak",
     };
     for (const std::string &name : kept) {
-        WriteBytes(dir / name, "keep");
+        writeBytes(dir / name, "keep");
     }
-    WriteBytes(dir / ("Tavrino_Tests.dat.tmp" + gone + "-0"), "stale");
-    WriteBytes(dir / ("Tavrino_Tests.dat.tmp" + gone + "-12"), "stale");
+    writeBytes(dir / ("Tavrino_Tests.dat.tmp" + gone + "-0"), "stale");
+    writeBytes(dir / ("Tavrino_Tests.dat.tmp" + gone + "-12"), "stale");
 
-    ASSERT_FALSE(WriteFileAtomically(dir / "Tavrino_Tests.dat", "new"));
+    ASSERT_FALSE(writeFileAtomically(dir / "Tavrino_Tests.dat", "new"));
     kept.push_back("Tavrino_Tests.dat");
     std::vector<std::string> entries = dir.entries();
     std::sort(entries.begin(), entries.end());

@@ -2,14 +2,14 @@
 
 #include <limits>
 
-Student NewStudent(int32_t subjectMax)
+Student newStudent(int32_t subjectMax)
 {
     Student student;
-    student.Results.resize(static_cast<std::size_t>(subjectMax < 0 ? 0 : subjectMax + 1));
+    student.results.resize(static_cast<std::size_t>(subjectMax < 0 ? 0 : subjectMax + 1));
     return student;
 }
 
-std::string TrimName(const std::string &name)
+std::string trimName(const std::string &name)
 {
     constexpr const char *blanks = " \t";
     const std::size_t first = name.find_first_not_of(blanks);
@@ -20,52 +20,52 @@ std::string TrimName(const std::string &name)
     return name.substr(first, last - first + 1);
 }
 
-void AddSubjectResults(StudentRecords &records, int32_t subjectMax)
+void addSubjectResults(StudentRecords &records, int32_t subjectMax)
 {
-    ResizeResults(records, subjectMax);
+    resizeResults(records, subjectMax);
 }
 
-void DeleteSubjectResults(StudentRecords &records, int32_t k)
+void deleteSubjectResults(StudentRecords &records, int32_t k)
 {
-    for (Student &student : records.Students) {
-        if (k >= 0 && static_cast<std::size_t>(k) < student.Results.size()) {
-            student.Results.erase(student.Results.begin() + k);
+    for (Student &student : records.students) {
+        if (k >= 0 && static_cast<std::size_t>(k) < student.results.size()) {
+            student.results.erase(student.results.begin() + k);
         }
     }
 }
 
-void ResizeResults(StudentRecords &records, int32_t subjectMax)
+void resizeResults(StudentRecords &records, int32_t subjectMax)
 {
     const auto count = static_cast<std::size_t>(subjectMax < 0 ? 0 : subjectMax + 1);
-    for (Student &student : records.Students) {
-        student.Results.resize(count);
+    for (Student &student : records.students) {
+        student.results.resize(count);
     }
 }
 
-bool RecordScore(StudentRecords &records, int32_t score)
+bool recordScore(StudentRecords &records, int32_t score)
 {
-    const int32_t student = records.CurrentStudent;
-    const int32_t subject = records.CurrentSubject;
-    const int32_t level = records.CurrentLevel;
-    if (student < 0 || static_cast<std::size_t>(student) >= records.Students.size() || level < 0 ||
+    const int32_t student = records.currentStudent;
+    const int32_t subject = records.currentSubject;
+    const int32_t level = records.currentLevel;
+    if (student < 0 || static_cast<std::size_t>(student) >= records.students.size() || level < 0 ||
         level >= LevelCount) {
         return false;
     }
-    std::vector<SubjectResults> &results = records.Students[student].Results;
+    std::vector<SubjectResults> &results = records.students[student].results;
     if (subject < 0 || static_cast<std::size_t>(subject) >= results.size()) {
         return false;
     }
     SubjectResults &entry = results[subject];
-    const int16_t value = ClampScore(score);
-    entry.Last[level] = value;
-    if (value > entry.High[level]) {
-        entry.High[level] = value;
+    const int16_t value = clampScore(score);
+    entry.last[level] = value;
+    if (value > entry.high[level]) {
+        entry.high[level] = value;
         return true;
     }
     return false;
 }
 
-int16_t ClampScore(int64_t score)
+int16_t clampScore(int64_t score)
 {
     constexpr int64_t lowest = std::numeric_limits<int16_t>::min();
     constexpr int64_t highest = std::numeric_limits<int16_t>::max();

@@ -10,46 +10,46 @@
 #include <vector>
 
 struct SubjectResults {
-    std::array<int16_t, LevelCount> Last{};
-    std::array<int16_t, LevelCount> High{};
+    std::array<int16_t, LevelCount> last{};
+    std::array<int16_t, LevelCount> high{};
 };
 
 struct Student {
-    std::string Name; // as typed; shown trimmed
-    int16_t Level = 0;
-    std::vector<SubjectResults> Results; // one element per subject
-    bool Current = false;
+    std::string name; // as typed; shown trimmed
+    int16_t level = 0;
+    std::vector<SubjectResults> results; // one element per subject
+    bool current = false;
 };
 
 // The roster and the selections that are shared by every screen.
 struct StudentRecords {
-    std::vector<Student> Students;
-    bool ShowByStudent = true;
-    int32_t CurrentSubject = 0;
-    std::string CurrentSubjectName;
-    int32_t CurrentStudent = 0;
-    std::string CurrentStudentName;
-    int32_t CurrentLevel = 0;
+    std::vector<Student> students;
+    bool showByStudent = true;
+    int32_t currentSubject = 0;
+    std::string currentSubjectName;
+    int32_t currentStudent = 0;
+    std::string currentStudentName;
+    int32_t currentLevel = 0;
 
-    int32_t StudentMax() const { return static_cast<int32_t>(Students.size()) - 1; }
+    int32_t studentMax() const { return static_cast<int32_t>(students.size()) - 1; }
 };
 
 // A student with an empty name, level K and zeroed results for subjects 0..subjectMax.
-Student NewStudent(int32_t subjectMax);
+Student newStudent(int32_t subjectMax);
 
 // Leading and trailing blanks removed, as names are shown.
-std::string TrimName(const std::string &name);
+std::string trimName(const std::string &name);
 
 // A subject was appended at index subjectMax: every student gets a zeroed entry.
-void AddSubjectResults(StudentRecords &records, int32_t subjectMax);
+void addSubjectResults(StudentRecords &records, int32_t subjectMax);
 // The subject at index k was deleted: later entries move down one place.
-void DeleteSubjectResults(StudentRecords &records, int32_t k);
+void deleteSubjectResults(StudentRecords &records, int32_t k);
 // The default bank was restored: results are cut (or grown) to 0..subjectMax.
-void ResizeResults(StudentRecords &records, int32_t subjectMax);
+void resizeResults(StudentRecords &records, int32_t subjectMax);
 
 // Records a finished test of the current student, subject and level: Last always,
 // High only when the score is strictly greater. Returns whether it was a new high.
-bool RecordScore(StudentRecords &records, int32_t score);
+bool recordScore(StudentRecords &records, int32_t score);
 
 // A score as a 16-bit value, clamped rather than wrapped.
-int16_t ClampScore(int64_t score);
+int16_t clampScore(int64_t score);

@@ -12,20 +12,20 @@
 #include <string_view>
 
 // Writes the roster atomically; on failure the previous file is left as it was.
-std::optional<FileError> SaveStudents(const StudentRecords &records,
+std::optional<FileError> saveStudents(const StudentRecords &records,
                                       const std::filesystem::path &path);
 
-// Fills ShowByStudent, CurrentSubject, CurrentSubjectName and Students from the
+// Fills showByStudent, currentSubject, currentSubjectName and Students from the
 // file. When the file is missing (a first run) it creates one nameless current
 // student, saves at once and returns Missing (or Failed when that save failed).
 // A damaged file leaves the records unchanged and returns Failed.
-LoadResult LoadStudents(StudentRecords &records, const TestBank &bank,
+LoadResult loadStudents(StudentRecords &records, const TestBank &bank,
                         const std::filesystem::path &path);
 
 // The same two steps on bytes in memory, for tests and tools that must not touch
-// the disk; path only names the file in the errors. EncodeStudentsFile leaves
-// bytes as they were when it fails; DecodeStudentsFile never reports Missing.
-std::optional<FileError> EncodeStudentsFile(const StudentRecords &records,
+// the disk; path only names the file in the errors. encodeStudentsFile leaves
+// bytes as they were when it fails; decodeStudentsFile never reports Missing.
+std::optional<FileError> encodeStudentsFile(const StudentRecords &records,
                                             const std::filesystem::path &path, std::string &bytes);
-LoadResult DecodeStudentsFile(StudentRecords &records, const TestBank &bank, std::string_view bytes,
+LoadResult decodeStudentsFile(StudentRecords &records, const TestBank &bank, std::string_view bytes,
                               const std::filesystem::path &path);

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-int OperationIndex(char symbol)
+int operationIndex(char symbol)
 {
     for (int op = 0; op < OperationCount; ++op) {
         if (OpSymbols[op] == symbol) {
@@ -14,7 +14,7 @@ int OperationIndex(char symbol)
     return -1;
 }
 
-std::string LevelText(int level)
+std::string levelText(int level)
 {
     return level == 0 ? std::string("K") : std::to_string(level);
 }
@@ -24,7 +24,7 @@ SubjectQuestions::SubjectQuestions(StoredQuestions stored)
 {
 }
 
-LevelQuestions &SubjectQuestions::Items()
+LevelQuestions &SubjectQuestions::items()
 {
     decode();
     return m_items;
@@ -32,18 +32,18 @@ LevelQuestions &SubjectQuestions::Items()
 
 // Decoding on first use changes nothing a caller can see, hence const; the
 // program reads its bank from one thread only.
-const LevelQuestions &SubjectQuestions::Items() const
+const LevelQuestions &SubjectQuestions::items() const
 {
     decode();
     return m_items;
 }
 
-std::size_t SubjectQuestions::SlotCount() const
+std::size_t SubjectQuestions::slotCount() const
 {
     return m_stored ? m_storedSlotCount : m_items[0].size();
 }
 
-void SubjectQuestions::ResizeSlots(std::size_t count)
+void SubjectQuestions::resizeSlots(std::size_t count)
 {
     // Growing stored questions only adds empty slots, which need no decoding:
     // a bank whose every subject grows by one slot stays quick to change.
@@ -51,7 +51,7 @@ void SubjectQuestions::ResizeSlots(std::size_t count)
         m_storedSlotCount = count;
         return;
     }
-    for (LevelSlots &level : Items()) {
+    for (LevelSlots &level : items()) {
         level.resize(count);
     }
 }
@@ -64,43 +64,43 @@ void SubjectQuestions::decode() const
     for (LevelSlots &level : m_items) {
         level.assign(m_storedSlotCount, Question{});
     }
-    DecodeQuestionRecords(m_stored->records, m_stored->slotCount, m_items);
+    decodeQuestionRecords(m_stored->records, m_stored->slotCount, m_items);
     m_stored.reset();
 }
 
-void ResizeQuestionSlots(TestBank &bank, int32_t questionMax)
+void resizeQuestionSlots(TestBank &bank, int32_t questionMax)
 {
     const auto slots = static_cast<std::size_t>(questionMax < 0 ? 0 : questionMax + 1);
-    for (SubjectQuestions &subject : bank.QuestionBank) {
-        subject.ResizeSlots(slots);
+    for (SubjectQuestions &subject : bank.questionBank) {
+        subject.resizeSlots(slots);
     }
-    bank.QuestionMax = questionMax;
+    bank.questionMax = questionMax;
 }
 
-void AddSubject(TestBank &bank, const std::string &name)
+void addSubject(TestBank &bank, const std::string &name)
 {
-    bank.SubjectMax += 1;
-    bank.Subjects.push_back(Subject{name, false});
+    bank.subjectMax += 1;
+    bank.subjects.push_back(Subject{name, false});
     SubjectLimits limits;
-    limits.LastQuestion.fill(-1);
-    limits.LastQuestion[0] = 0;
-    limits.Seconds = DefaultSeconds;
-    bank.Limits.push_back(limits);
+    limits.lastQuestion.fill(-1);
+    limits.lastQuestion[0] = 0;
+    limits.seconds = DefaultSeconds;
+    bank.limits.push_back(limits);
     SubjectQuestions questions;
-    questions.ResizeSlots(static_cast<std::size_t>(bank.QuestionMax) + 1);
-    bank.QuestionBank.push_back(std::move(questions));
+    questions.resizeSlots(static_cast<std::size_t>(bank.questionMax) + 1);
+    bank.questionBank.push_back(std::move(questions));
 }
 
-bool LevelHasQuestions(const TestBank &bank, int subject, int level)
+bool levelHasQuestions(const TestBank &bank, int subject, int level)
 {
     if (level < 0 || level >= LevelCount || subject < 0) {
         return false;
     }
     if (subject == ArithmeticSubject) {
-        return !bank.ArithOps[level].empty();
+        return !bank.arithOps[level].empty();
     }
-    if (static_cast<std::size_t>(subject) >= bank.Limits.size()) {
+    if (static_cast<std::size_t>(subject) >= bank.limits.size()) {
         return false;
     }
-    return bank.Limits[subject].LastQuestion[level] != -1;
+    return bank.limits[subject].lastQuestion[level] != -1;
 }

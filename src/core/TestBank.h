@@ -31,22 +31,22 @@ constexpr int DefaultSeconds = 30;
 constexpr std::array<char, OperationCount> OpSymbols = {'+', '-', 'x', '/'};
 
 // The operation index of a symbol, or -1 when the character is not one.
-int OperationIndex(char symbol);
+int operationIndex(char symbol);
 
 // "K" for level 0, "1".."12" otherwise.
-std::string LevelText(int level);
+std::string levelText(int level);
 
 struct Subject {
-    std::string Name;
-    bool AdjacentLevels = false; // questions of the neighbouring levels are used as well
+    std::string name;
+    bool adjacentLevels = false; // questions of the neighbouring levels are used as well
 };
 
 struct Question {
-    std::string Text;
-    std::string Answer;
-    std::string Wrong1;
-    std::string Wrong2;
-    std::string Wrong3;
+    std::string text;
+    std::string answer;
+    std::string wrong1;
+    std::string wrong2;
+    std::string wrong3;
 };
 
 // One level's questions, slot by slot. A deque rather than a vector: adding a
@@ -74,33 +74,33 @@ public:
     SubjectQuestions() = default;
     explicit SubjectQuestions(StoredQuestions stored);
 
-    // Items()[level][slot], every subject with slots 0..QuestionMax. The first
+    // items()[level][slot], every subject with slots 0..questionMax. The first
     // call decodes stored questions.
-    LevelQuestions &Items();
-    const LevelQuestions &Items() const;
+    LevelQuestions &items();
+    const LevelQuestions &items() const;
 
     // The number of slots at every level, without decoding.
-    std::size_t SlotCount() const;
+    std::size_t slotCount() const;
     // Grows or shrinks every level to this many slots; new slots are empty.
-    void ResizeSlots(std::size_t count);
+    void resizeSlots(std::size_t count);
 
     // The records still in the file's form, so that a save can copy them as they
-    // are, or nullptr once decoded. Slots past stored->slotCount, up to SlotCount(),
+    // are, or nullptr once decoded. Slots past stored->slotCount, up to slotCount(),
     // are empty.
-    const StoredQuestions *Stored() const { return m_stored ? &*m_stored : nullptr; }
+    const StoredQuestions *stored() const { return m_stored ? &*m_stored : nullptr; }
 
 private:
     void decode() const;
 
     mutable LevelQuestions m_items;
     mutable std::optional<StoredQuestions> m_stored;
-    std::size_t m_storedSlotCount = 0; // SlotCount() while stored
+    std::size_t m_storedSlotCount = 0; // slotCount() while stored
 };
 
 struct SubjectLimits {
-    // The questions in use at level L are Items[L][0..LastQuestion[L]]; -1 means none.
-    std::array<int32_t, LevelCount> LastQuestion{};
-    int32_t Seconds = 0;
+    // The questions in use at level L are items[L][0..lastQuestion[L]]; -1 means none.
+    std::array<int32_t, LevelCount> lastQuestion{};
+    int32_t seconds = 0;
 };
 
 // [row 0..30][operation 0..3]
@@ -110,30 +110,30 @@ constexpr int SwitchNumbers = 0;
 constexpr int SwitchBlanks = 1;
 
 struct TestBank {
-    int32_t SubjectMax = -1; // number of subjects minus 1
-    std::vector<Subject> Subjects;
-    int32_t QuestionMax = -1; // highest slot index of every subject's Items
-    std::vector<SubjectQuestions> QuestionBank;
-    std::vector<SubjectLimits> Limits;
+    int32_t subjectMax = -1; // number of subjects minus 1
+    std::vector<Subject> subjects;
+    int32_t questionMax = -1; // highest slot index of every subject's items
+    std::vector<SubjectQuestions> questionBank;
+    std::vector<SubjectLimits> limits;
 
-    RangeTable ArithLow1{};
-    RangeTable ArithHigh1{};
-    RangeTable ArithLow2{};
-    RangeTable ArithHigh2{};
+    RangeTable arithLow1{};
+    RangeTable arithHigh1{};
+    RangeTable arithLow2{};
+    RangeTable arithHigh2{};
     // The operation symbols asked at each level, in the order they are asked.
-    std::array<std::string, LevelCount> ArithOps;
+    std::array<std::string, LevelCount> arithOps;
     // [level][SwitchNumbers or SwitchBlanks]
-    std::array<std::array<bool, 2>, LevelCount> ArithSwitch{};
+    std::array<std::array<bool, 2>, LevelCount> arithSwitch{};
 };
 
-// Resizes every subject's Items to slots 0..questionMax, keeping their contents,
-// and sets QuestionMax.
-void ResizeQuestionSlots(TestBank &bank, int32_t questionMax);
+// Resizes every subject's items to slots 0..questionMax, keeping their contents,
+// and sets questionMax.
+void resizeQuestionSlots(TestBank &bank, int32_t questionMax);
 
 // Appends a subject the user added: not using adjacent levels, 30 seconds, and
 // one empty question at level K, so that every subject has at least one question.
-void AddSubject(TestBank &bank, const std::string &name);
+void addSubject(TestBank &bank, const std::string &name);
 
 // Whether the level can give questions: operations for Arithmetic, a stored
 // question for any other subject.
-bool LevelHasQuestions(const TestBank &bank, int subject, int level);
+bool levelHasQuestions(const TestBank &bank, int subject, int level);

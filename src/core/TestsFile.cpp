@@ -20,7 +20,7 @@ constexpr std::size_t LimitsBytes = (LevelCount + 1) * 4;
 constexpr std::size_t RangeTableBytes = RangeRowCount * OperationCount * 4;
 constexpr std::size_t MinTailBytes = 4 * RangeTableBytes + LevelCount * 2 + LevelCount * 2 * 2;
 
-std::string Quoted(const std::string &text)
+std::string quoted(const std::string &text)
 {
     return "\"" + text + "\"";
 }
@@ -28,12 +28,12 @@ std::string Quoted(const std::string &text)
 // --- Writing ---
 
 // Every level with exactly this many slots.
-bool HasSlots(const SubjectQuestions &questions, std::size_t slots)
+bool hasSlots(const SubjectQuestions &questions, std::size_t slots)
 {
-    if (questions.Stored()) {
-        return questions.SlotCount() == slots;
+    if (questions.stored()) {
+        return questions.slotCount() == slots;
     }
-    for (const LevelSlots &level : questions.Items()) {
+    for (const LevelSlots &level : questions.items()) {
         if (level.size() != slots) {
             return false;
         }
@@ -41,37 +41,37 @@ bool HasSlots(const SubjectQuestions &questions, std::size_t slots)
     return true;
 }
 
-std::optional<std::string> InconsistencyIn(const TestBank &bank)
+std::optional<std::string> inconsistencyIn(const TestBank &bank)
 {
-    const auto subjects = static_cast<std::size_t>(bank.SubjectMax) + 1;
-    if (bank.SubjectMax < MinSubjectMax || bank.Subjects.size() != subjects ||
-        bank.QuestionBank.size() != subjects || bank.Limits.size() != subjects) {
-        return "the subject tables do not agree with SubjectMax " + std::to_string(bank.SubjectMax);
+    const auto subjects = static_cast<std::size_t>(bank.subjectMax) + 1;
+    if (bank.subjectMax < MinSubjectMax || bank.subjects.size() != subjects ||
+        bank.questionBank.size() != subjects || bank.limits.size() != subjects) {
+        return "the subject tables do not agree with SubjectMax " + std::to_string(bank.subjectMax);
     }
-    if (bank.QuestionMax < 0) {
-        return "QuestionMax is " + std::to_string(bank.QuestionMax);
+    if (bank.questionMax < 0) {
+        return "QuestionMax is " + std::to_string(bank.questionMax);
     }
     for (std::size_t s = 0; s < subjects; ++s) {
-        if (!HasSlots(bank.QuestionBank[s], static_cast<std::size_t>(bank.QuestionMax) + 1)) {
-            return "the questions of subject " + Quoted(bank.Subjects[s].Name) +
+        if (!hasSlots(bank.questionBank[s], static_cast<std::size_t>(bank.questionMax) + 1)) {
+            return "the questions of subject " + quoted(bank.subjects[s].name) +
                    " do not agree with QuestionMax";
         }
         for (int level = 0; level < LevelCount; ++level) {
-            const int32_t last = bank.Limits[s].LastQuestion[level];
-            if (last < -1 || last > bank.QuestionMax) {
-                return "the last question of subject " + Quoted(bank.Subjects[s].Name) +
-                       " at level " + LevelText(level) + " is outside the question slots";
+            const int32_t last = bank.limits[s].lastQuestion[level];
+            if (last < -1 || last > bank.questionMax) {
+                return "the last question of subject " + quoted(bank.subjects[s].name) +
+                       " at level " + levelText(level) + " is outside the question slots";
             }
         }
-        if (bank.Limits[s].Seconds < 1) {
-            return "the test length of subject " + Quoted(bank.Subjects[s].Name) + " is " +
-                   std::to_string(bank.Limits[s].Seconds) + " seconds";
+        if (bank.limits[s].seconds < 1) {
+            return "the test length of subject " + quoted(bank.subjects[s].name) + " is " +
+                   std::to_string(bank.limits[s].seconds) + " seconds";
         }
     }
     return std::nullopt;
 }
 
-void WriteRangeTable(ByteWriter &out, const RangeTable &table)
+void writeRangeTable(ByteWriter &out, const RangeTable &table)
 {
     for (int op = 0; op < OperationCount; ++op) {
         for (int row = 0; row < RangeRowCount; ++row) {
@@ -83,60 +83,60 @@ void WriteRangeTable(ByteWriter &out, const RangeTable &table)
 // The file's size, or a little more when a text holds characters beyond ASCII
 // (UTF-8 takes more bytes than the file's code page). Reserving it spares a large
 // bank the copies of a buffer that doubles as it grows.
-std::size_t EncodedSizeAtMost(const TestBank &bank)
+std::size_t encodedSizeAtMost(const TestBank &bank)
 {
     std::size_t bytes = 4 + 4 + MinTailBytes;
-    for (const Subject &subject : bank.Subjects) {
-        bytes += MinSubjectBytes + subject.Name.size();
+    for (const Subject &subject : bank.subjects) {
+        bytes += MinSubjectBytes + subject.name.size();
     }
-    for (const SubjectQuestions &questions : bank.QuestionBank) {
-        bytes += SubjectQuestionsBytesAtMost(questions);
+    for (const SubjectQuestions &questions : bank.questionBank) {
+        bytes += subjectQuestionsBytesAtMost(questions);
     }
-    bytes += bank.Limits.size() * LimitsBytes;
-    for (const std::string &ops : bank.ArithOps) {
+    bytes += bank.limits.size() * LimitsBytes;
+    for (const std::string &ops : bank.arithOps) {
         bytes += ops.size();
     }
     return bytes;
 }
 
-void EncodeTests(const TestBank &bank, ByteWriter &out)
+void encodeTests(const TestBank &bank, ByteWriter &out)
 {
-    out.int32(bank.SubjectMax);
-    for (std::size_t s = 0; s < bank.Subjects.size(); ++s) {
-        out.text(bank.Subjects[s].Name, [s] { return "the name of subject " + std::to_string(s); });
-        out.bool16(bank.Subjects[s].AdjacentLevels);
+    out.int32(bank.subjectMax);
+    for (std::size_t s = 0; s < bank.subjects.size(); ++s) {
+        out.text(bank.subjects[s].name, [s] { return "the name of subject " + std::to_string(s); });
+        out.bool16(bank.subjects[s].adjacentLevels);
     }
 
-    out.int32(bank.QuestionMax);
-    for (std::size_t s = 0; s < bank.QuestionBank.size(); ++s) {
-        WriteSubjectQuestions(out, bank.QuestionBank[s], bank.QuestionMax, bank.Subjects[s].Name);
+    out.int32(bank.questionMax);
+    for (std::size_t s = 0; s < bank.questionBank.size(); ++s) {
+        writeSubjectQuestions(out, bank.questionBank[s], bank.questionMax, bank.subjects[s].name);
     }
 
-    for (const SubjectLimits &limits : bank.Limits) {
-        for (const int32_t last : limits.LastQuestion) {
+    for (const SubjectLimits &limits : bank.limits) {
+        for (const int32_t last : limits.lastQuestion) {
             out.int32(last);
         }
-        out.int32(limits.Seconds);
+        out.int32(limits.seconds);
     }
 
-    WriteRangeTable(out, bank.ArithLow1);
-    WriteRangeTable(out, bank.ArithHigh1);
-    WriteRangeTable(out, bank.ArithLow2);
-    WriteRangeTable(out, bank.ArithHigh2);
+    writeRangeTable(out, bank.arithLow1);
+    writeRangeTable(out, bank.arithHigh1);
+    writeRangeTable(out, bank.arithLow2);
+    writeRangeTable(out, bank.arithHigh2);
     for (int level = 0; level < LevelCount; ++level) {
-        out.text(bank.ArithOps[level],
-                 [level] { return "the Arithmetic operations of level " + LevelText(level); });
+        out.text(bank.arithOps[level],
+                 [level] { return "the Arithmetic operations of level " + levelText(level); });
     }
     for (const int column : {SwitchNumbers, SwitchBlanks}) {
         for (int level = 0; level < LevelCount; ++level) {
-            out.bool16(bank.ArithSwitch[level][column]);
+            out.bool16(bank.arithSwitch[level][column]);
         }
     }
 }
 
 // --- Reading ---
 
-int32_t ReadSubjectMax(ByteReader &in)
+int32_t readSubjectMax(ByteReader &in)
 {
     const std::size_t at = in.offset();
     const int32_t subjectMax = in.int32();
@@ -152,7 +152,7 @@ int32_t ReadSubjectMax(ByteReader &in)
     return subjectMax;
 }
 
-int32_t ReadQuestionMax(ByteReader &in, int32_t subjectMax)
+int32_t readQuestionMax(ByteReader &in, int32_t subjectMax)
 {
     const std::size_t at = in.offset();
     const int32_t questionMax = in.int32();
@@ -177,27 +177,27 @@ int32_t ReadQuestionMax(ByteReader &in, int32_t subjectMax)
     return questionMax;
 }
 
-void ReadLimits(ByteReader &in, SubjectLimits &limits, int32_t questionMax)
+void readLimits(ByteReader &in, SubjectLimits &limits, int32_t questionMax)
 {
     for (int level = 0; level < LevelCount; ++level) {
         const std::size_t at = in.offset();
         const int32_t last = in.int32();
         if (last < -1 || last > questionMax) {
-            in.failAt(at, "the last question at level " + LevelText(level) + " is " +
+            in.failAt(at, "the last question at level " + levelText(level) + " is " +
                               std::to_string(last) + ", outside -1.." +
                               std::to_string(questionMax));
         }
-        limits.LastQuestion[level] = last;
+        limits.lastQuestion[level] = last;
     }
     const std::size_t at = in.offset();
-    limits.Seconds = in.int32();
+    limits.seconds = in.int32();
     // A test of no time at all, or of negative time, could never run properly.
-    if (limits.Seconds < 1) {
-        in.failAt(at, "the test length is " + std::to_string(limits.Seconds) + " seconds");
+    if (limits.seconds < 1) {
+        in.failAt(at, "the test length is " + std::to_string(limits.seconds) + " seconds");
     }
 }
 
-void ReadRangeTable(ByteReader &in, RangeTable &table)
+void readRangeTable(ByteReader &in, RangeTable &table)
 {
     for (int op = 0; op < OperationCount; ++op) {
         for (int row = 0; row < RangeRowCount; ++row) {
@@ -207,79 +207,79 @@ void ReadRangeTable(ByteReader &in, RangeTable &table)
 }
 
 // owner keeps the bytes that in reads alive for as long as the bank needs them.
-TestBank DecodeTests(ByteReader &in, const std::shared_ptr<const void> &owner)
+TestBank decodeTests(ByteReader &in, const std::shared_ptr<const void> &owner)
 {
     TestBank bank;
-    bank.SubjectMax = ReadSubjectMax(in);
-    const auto subjects = static_cast<std::size_t>(bank.SubjectMax) + 1;
-    bank.Subjects.resize(subjects);
-    for (Subject &subject : bank.Subjects) {
-        subject.Name = in.text();
-        subject.AdjacentLevels = in.bool16();
+    bank.subjectMax = readSubjectMax(in);
+    const auto subjects = static_cast<std::size_t>(bank.subjectMax) + 1;
+    bank.subjects.resize(subjects);
+    for (Subject &subject : bank.subjects) {
+        subject.name = in.text();
+        subject.adjacentLevels = in.bool16();
     }
 
-    bank.QuestionMax = ReadQuestionMax(in, bank.SubjectMax);
-    bank.QuestionBank.reserve(subjects);
+    bank.questionMax = readQuestionMax(in, bank.subjectMax);
+    bank.questionBank.reserve(subjects);
     for (std::size_t s = 0; s < subjects; ++s) {
-        bank.QuestionBank.push_back(ReadSubjectQuestions(in, bank.QuestionMax, owner));
+        bank.questionBank.push_back(readSubjectQuestions(in, bank.questionMax, owner));
     }
 
-    bank.Limits.resize(subjects);
-    for (SubjectLimits &limits : bank.Limits) {
-        ReadLimits(in, limits, bank.QuestionMax);
+    bank.limits.resize(subjects);
+    for (SubjectLimits &limits : bank.limits) {
+        readLimits(in, limits, bank.questionMax);
     }
 
-    ReadRangeTable(in, bank.ArithLow1);
-    ReadRangeTable(in, bank.ArithHigh1);
-    ReadRangeTable(in, bank.ArithLow2);
-    ReadRangeTable(in, bank.ArithHigh2);
-    for (std::string &ops : bank.ArithOps) {
+    readRangeTable(in, bank.arithLow1);
+    readRangeTable(in, bank.arithHigh1);
+    readRangeTable(in, bank.arithLow2);
+    readRangeTable(in, bank.arithHigh2);
+    for (std::string &ops : bank.arithOps) {
         ops = in.text();
     }
     for (const int column : {SwitchNumbers, SwitchBlanks}) {
         for (int level = 0; level < LevelCount; ++level) {
-            bank.ArithSwitch[level][column] = in.bool16();
+            bank.arithSwitch[level][column] = in.bool16();
         }
     }
     in.expectEnd();
     return bank;
 }
 
-std::optional<FileError> Refusal(const TestBank &bank, const std::filesystem::path &path)
+std::optional<FileError> refusal(const TestBank &bank, const std::filesystem::path &path)
 {
-    if (const std::optional<std::string> problem = InconsistencyIn(bank)) {
-        return RefusedSave(path, "the test bank", *problem);
+    if (const std::optional<std::string> problem = inconsistencyIn(bank)) {
+        return refusedSave(path, "the test bank", *problem);
     }
     return std::nullopt;
 }
 
 } // namespace
 
-std::optional<FileError> EncodeTestsFile(const TestBank &bank, const std::filesystem::path &path,
+std::optional<FileError> encodeTestsFile(const TestBank &bank, const std::filesystem::path &path,
                                          std::string &bytes)
 {
-    if (std::optional<FileError> refused = Refusal(bank, path)) {
+    if (std::optional<FileError> refused = refusal(bank, path)) {
         return refused;
     }
     try {
         ByteWriter out;
-        out.reserve(EncodedSizeAtMost(bank));
-        EncodeTests(bank, out);
+        out.reserve(encodedSizeAtMost(bank));
+        encodeTests(bank, out);
         bytes = out.bytes();
     } catch (const TextTooLong &tooLong) {
-        return TooLongText(path, tooLong.what());
+        return tooLongText(path, tooLong.what());
     }
     return std::nullopt;
 }
 
 namespace {
 
-LoadResult DecodeFrom(std::string_view bytes, const std::shared_ptr<const void> &owner,
+LoadResult decodeFrom(std::string_view bytes, const std::shared_ptr<const void> &owner,
                       TestBank &bank, const std::filesystem::path &path)
 {
     try {
         ByteReader in(bytes);
-        bank = DecodeTests(in, owner);
+        bank = decodeTests(in, owner);
     } catch (const ReadError &damage) {
         return {LoadResult::Status::Failed,
                 FileError{FileError::Kind::Damaged, path.string(), damage.what(), damage.offset()}};
@@ -289,37 +289,37 @@ LoadResult DecodeFrom(std::string_view bytes, const std::shared_ptr<const void> 
 
 } // namespace
 
-LoadResult DecodeTestsFile(TestBank &bank, std::string_view bytes,
+LoadResult decodeTestsFile(TestBank &bank, std::string_view bytes,
                            const std::filesystem::path &path)
 {
     // The bank keeps questions in the file's form, so it needs bytes of its own.
     const auto copy = std::make_shared<const std::string>(bytes);
-    return DecodeFrom(*copy, copy, bank, path);
+    return decodeFrom(*copy, copy, bank, path);
 }
 
-std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::path &path)
+std::optional<FileError> saveTests(const TestBank &bank, const std::filesystem::path &path)
 {
-    if (std::optional<FileError> refused = Refusal(bank, path)) {
+    if (std::optional<FileError> refused = refusal(bank, path)) {
         return refused;
     }
     // Written as it is encoded, through one small buffer: a large bank's file is
     // never held whole in memory beside the bank.
     try {
-        return WriteFileAtomically(path, [&bank](const ByteSink &write) {
+        return writeFileAtomically(path, [&bank](const ByteSink &write) {
             ByteWriter out(write, SavePieceBytes);
-            EncodeTests(bank, out);
+            encodeTests(bank, out);
             out.finish();
         });
     } catch (const TextTooLong &tooLong) {
-        return TooLongText(path, tooLong.what());
+        return tooLongText(path, tooLong.what());
     }
 }
 
-LoadResult LoadTests(TestBank &bank, const std::filesystem::path &path)
+LoadResult loadTests(TestBank &bank, const std::filesystem::path &path)
 {
     FileReader file(path);
     if (file.missing()) {
-        BuildDefaultTests(bank);
+        buildDefaultTests(bank);
         return {LoadResult::Status::Missing, std::nullopt};
     }
     if (file.error()) {
@@ -328,7 +328,7 @@ LoadResult LoadTests(TestBank &bank, const std::filesystem::path &path)
     try {
         // Read whole, in one call: the questions stay in these bytes until asked for.
         const auto bytes = std::make_shared<const FileBytes>(file);
-        return DecodeFrom(bytes->view(), bytes, bank, path);
+        return decodeFrom(bytes->view(), bytes, bank, path);
     } catch (const FileReadFailed &failure) {
         return {LoadResult::Status::Failed,
                 FileError{FileError::Kind::Unreadable, path.string(), failure.what(), {}}};

@@ -10,16 +10,16 @@
 #include <string_view>
 
 // Writes the bank atomically; on failure the previous file is left as it was.
-std::optional<FileError> SaveTests(const TestBank &bank, const std::filesystem::path &path);
+std::optional<FileError> saveTests(const TestBank &bank, const std::filesystem::path &path);
 
 // Fills the bank from the file. A missing file builds the defaults in memory
 // (nothing is written). A damaged file leaves the bank unchanged and returns Failed.
-LoadResult LoadTests(TestBank &bank, const std::filesystem::path &path);
+LoadResult loadTests(TestBank &bank, const std::filesystem::path &path);
 
 // The same two steps on bytes in memory, for tests and tools that must not touch
-// the disk; path only names the file in the errors. EncodeTestsFile leaves bytes
+// the disk; path only names the file in the errors. encodeTestsFile leaves bytes
 // as they were when it fails.
-std::optional<FileError> EncodeTestsFile(const TestBank &bank, const std::filesystem::path &path,
+std::optional<FileError> encodeTestsFile(const TestBank &bank, const std::filesystem::path &path,
                                          std::string &bytes);
-LoadResult DecodeTestsFile(TestBank &bank, std::string_view bytes,
+LoadResult decodeTestsFile(TestBank &bank, std::string_view bytes,
                            const std::filesystem::path &path);

@@ -30,7 +30,7 @@ int OperationOfColumn(int column)
 
 bool IsOn(const TestBank &bank, int level, int operation)
 {
-    return bank.ArithOps[level].find(OpSymbols[operation]) != std::string::npos;
+    return bank.arithOps[level].find(OpSymbols[operation]) != std::string::npos;
 }
 
 } // namespace
@@ -67,7 +67,7 @@ QVariant ArithmeticGridModel::data(const QModelIndex &index, int role) const
 
     switch (role) {
     case Qt::DisplayRole:
-        return heading ? headingText(row, column) : levelText(level, column);
+        return heading ? headingText(row, column) : levelRowText(level, column);
     case Qt::TextAlignmentRole:
         return int(Qt::AlignCenter);
     case Qt::FontRole:
@@ -137,21 +137,21 @@ QString ArithmeticGridModel::headingText(int row, int column) const
     }
 }
 
-QString ArithmeticGridModel::levelText(int level, int column) const
+QString ArithmeticGridModel::levelRowText(int level, int column) const
 {
     if (column == 0) {
-        return QString::fromStdString(LevelText(level));
+        return QString::fromStdString(levelText(level));
     }
     if (column == SwitchNumbersColumn || column == SwitchBlanksColumn) {
         const int which = column == SwitchNumbersColumn ? SwitchNumbers : SwitchBlanks;
-        return m_bank.ArithSwitch[level][which] ? QStringLiteral("Yes") : QStringLiteral("No");
+        return m_bank.arithSwitch[level][which] ? QStringLiteral("Yes") : QStringLiteral("No");
     }
     const int operation = OperationOfColumn(column);
     if (!IsOn(m_bank, level, operation)) {
         return QStringLiteral("Off");
     }
-    const RangeTable *const tables[4] = {&m_bank.ArithLow1, &m_bank.ArithHigh1, &m_bank.ArithLow2,
-                                         &m_bank.ArithHigh2};
+    const RangeTable *const tables[4] = {&m_bank.arithLow1, &m_bank.arithHigh1, &m_bank.arithLow2,
+                                         &m_bank.arithHigh2};
     const RangeTable &table = *tables[(column - 1) % 4];
     return QString::number(table[level][operation]);
 }

@@ -33,7 +33,7 @@ public:
 
 private:
     QString headingText(int row, int column) const;
-    QString levelText(int level, int column) const;
+    QString levelRowText(int level, int column) const;
     bool isOperationCell(int level, int column) const;
 
     const TestBank &m_bank;

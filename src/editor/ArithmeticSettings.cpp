@@ -114,7 +114,7 @@ QLayout *ArithmeticSettings::buildLevelRow()
     m_cmbLevel2 = new QComboBox(this);
     m_cmbLevel2->setObjectName(QStringLiteral("cmbLevel2"));
     for (int level = 0; level < LevelCount; ++level) {
-        m_cmbLevel2->addItem(QString::fromStdString(LevelText(level)));
+        m_cmbLevel2->addItem(QString::fromStdString(levelText(level)));
     }
     m_cmbSwitchNumbers = NewYesNoList(QStringLiteral("cmbSwitchNumbers"), this);
     m_cmbSwitchBlanks = NewYesNoList(QStringLiteral("cmbSwitchBlanks"), this);
@@ -256,7 +256,7 @@ void ArithmeticSettings::Grid2_Click()
         m_cmbSwitchBlanks->setCurrentText(
             m_model->index(row, ArithmeticGridModel::SwitchBlanksColumn).data().toString());
 
-        const std::string &ops = m_session.bank.ArithOps[level];
+        const std::string &ops = m_session.bank.arithOps[level];
         for (int operation = 0; operation < OperationCount; ++operation) {
             OperationControls &controls = m_operations[operation];
             if (ops.find(OpSymbols[operation]) != std::string::npos) {
@@ -268,7 +268,7 @@ void ArithmeticSettings::Grid2_Click()
             }
         }
     }
-    m_session.records.CurrentLevel = level;
+    m_session.records.currentLevel = level;
     PopulateGrid2();
 }
 
@@ -303,13 +303,13 @@ RangeTable &ArithmeticSettings::rangeTable(RangeList list)
     TestBank &bank = m_session.bank;
     switch (list) {
     case Low1:
-        return bank.ArithLow1;
+        return bank.arithLow1;
     case High1:
-        return bank.ArithHigh1;
+        return bank.arithHigh1;
     case Low2:
-        return bank.ArithLow2;
+        return bank.arithLow2;
     default:
-        return bank.ArithHigh2;
+        return bank.arithHigh2;
     }
 }
 
@@ -377,7 +377,7 @@ void ArithmeticSettings::optOn_Click(int operation)
         return;
     }
     const WaitCursor wait;
-    m_session.bank.ArithOps[m_level] += OpSymbols[operation];
+    m_session.bank.arithOps[m_level] += OpSymbols[operation];
     DisplaySubFrame(operation);
     PopulateGrid2();
 }
@@ -389,7 +389,7 @@ void ArithmeticSettings::optOff_Click(int operation)
     }
     const WaitCursor wait;
     // Only the first occurrence goes; a text without the symbol stays as it is.
-    std::string &ops = m_session.bank.ArithOps[m_level];
+    std::string &ops = m_session.bank.arithOps[m_level];
     const std::size_t position = ops.find(OpSymbols[operation]);
     if (position != std::string::npos) {
         ops.erase(position, 1);
@@ -404,7 +404,7 @@ void ArithmeticSettings::cmbSwitchNumbers_Click()
         return;
     }
     const WaitCursor wait;
-    m_session.bank.ArithSwitch[m_session.records.CurrentLevel][SwitchNumbers] =
+    m_session.bank.arithSwitch[m_session.records.currentLevel][SwitchNumbers] =
         m_cmbSwitchNumbers->currentText() == QLatin1String("Yes");
     PopulateGrid2();
 }
@@ -415,7 +415,7 @@ void ArithmeticSettings::cmbSwitchBlanks_Click()
         return;
     }
     const WaitCursor wait;
-    m_session.bank.ArithSwitch[m_session.records.CurrentLevel][SwitchBlanks] =
+    m_session.bank.arithSwitch[m_session.records.currentLevel][SwitchBlanks] =
         m_cmbSwitchBlanks->currentText() == QLatin1String("Yes");
     PopulateGrid2();
 }
@@ -429,7 +429,7 @@ void ArithmeticSettings::cmdRevert2_Click()
     }
     const int row = m_grid->currentIndex().row();
     const WaitCursor wait;
-    DefaultArithmetic(m_session.bank);
+    defaultArithmetic(m_session.bank);
     PopulateGrid2();
     selectRow(row);
     // The frame shows the restored values itself; the screen then refreshes the

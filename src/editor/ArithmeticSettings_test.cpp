@@ -26,7 +26,7 @@ TEST_F(ArithmeticSettingsTest, GridShowsEveryLevelAndChoosingOneShowsItsSettings
     // The level list moves the grid and shows the chosen level at once.
     QTest::keyClicks(control<QComboBox>("cmbLevel2"), "6");
     EXPECT_EQ(grid()->currentIndex().row(), 9);
-    EXPECT_EQ(session.records.CurrentLevel, 6);
+    EXPECT_EQ(session.records.currentLevel, 6);
     EXPECT_FALSE(hidden("optOn0"));
     EXPECT_TRUE(checked("optOff0") && hidden("fraMathSub2_0"));
     EXPECT_EQ((QStringList{shown("cmbLow1_2"), shown("cmbLow2_2")}), (QStringList{"6", "2"}));
@@ -43,12 +43,12 @@ TEST_F(ArithmeticSettingsTest, GridShowsEveryLevelAndChoosingOneShowsItsSettings
     clickAt(10, 3);
     EXPECT_EQ(view->currentIndex().row(), 10);
     EXPECT_EQ(shown("cmbLevel2"), "7");
-    EXPECT_EQ(session.records.CurrentLevel, 7);
+    EXPECT_EQ(session.records.currentLevel, 7);
 
     // Filling the controls for every level must not write anything back.
     const auto arithmetic = [&bank = session.bank] {
-        return std::make_tuple(bank.ArithOps, bank.ArithLow1, bank.ArithHigh1, bank.ArithLow2,
-                               bank.ArithHigh2, bank.ArithSwitch);
+        return std::make_tuple(bank.arithOps, bank.arithLow1, bank.arithHigh1, bank.arithLow2,
+                               bank.arithHigh2, bank.arithSwitch);
     };
     const auto before = arithmetic();
     for (int l = 0; l < LevelCount; ++l)
@@ -61,7 +61,7 @@ TEST_F(ArithmeticSettingsTest, HighBelowLowIsRefusedAndTheEndsOfTheListsAreAccep
 {
     frame->showLevel(2); // addition 6..12, 6..12
     pick(QStringLiteral("cmbLow1_0"), QStringLiteral("7"));
-    EXPECT_EQ(session.bank.ArithLow1[2][Add], 7);
+    EXPECT_EQ(session.bank.arithLow1[2][Add], 7);
     EXPECT_EQ(cell(5, 1), "7");
     EXPECT_TRUE(prompt.shown().empty());
 
@@ -70,25 +70,25 @@ TEST_F(ArithmeticSettingsTest, HighBelowLowIsRefusedAndTheEndsOfTheListsAreAccep
     EXPECT_EQ(prompt.last()->kind, ScriptedPrompt::Shown::Kind::Stop);
     EXPECT_TRUE(prompt.last()->text.endsWith("(You might have to change the Low number first.)"));
     EXPECT_EQ(shown("cmbLow1_0"), "0");
-    EXPECT_EQ(session.bank.ArithLow1[2][Add], 7);
-    EXPECT_EQ(session.bank.ArithHigh1[2][Add], 12);
+    EXPECT_EQ(session.bank.arithLow1[2][Add], 7);
+    EXPECT_EQ(session.bank.arithHigh1[2][Add], 12);
 
     // A Low above its High gets the other hint; the Number 2 pair is checked on its own.
     pick(QStringLiteral("cmbLow2_1"), QStringLiteral("13"));
     EXPECT_TRUE(prompt.last()->text.endsWith("(You might have to change the High number first.)"));
     EXPECT_EQ(shown("cmbLow2_1"), "0");
-    EXPECT_EQ(session.bank.ArithLow2[2][Sub], 6);
+    EXPECT_EQ(session.bank.arithLow2[2][Sub], 6);
 
     // Division has no 0: its Low list goes back to the stored low.
     pick(QStringLiteral("cmbLow1_3"), QStringLiteral("5"));
     EXPECT_EQ(prompt.shown().size(), 3u);
     EXPECT_EQ(shown("cmbLow1_3"), "1");
-    EXPECT_EQ(session.bank.ArithLow1[2][Div], 1);
+    EXPECT_EQ(session.bank.arithLow1[2][Div], 1);
 
     // Equal ends are accepted; here picked with the keyboard, as a user would.
     pick(QStringLiteral("cmbLow2_2"), QStringLiteral("4"));
     QTest::keyClick(control<QComboBox>("cmbHigh2_2"), Qt::Key_Up);
-    EXPECT_EQ(session.bank.ArithHigh2[2][Mul], 4);
+    EXPECT_EQ(session.bank.arithHigh2[2][Mul], 4);
     EXPECT_EQ(cells(2, Mul), QStringList({"0", "5", "4", "4"}));
 
     // The ends of the lists are accepted: at level 9 ("x" only), addition 0..30 and
@@ -111,71 +111,71 @@ TEST_F(ArithmeticSettingsTest, HighBelowLowIsRefusedAndTheEndsOfTheListsAreAccep
 
 TEST_F(ArithmeticSettingsTest, OperationsAndSwitchesEditTheLevelAndTheGrid)
 {
-    session.bank.ArithOps[1] = "+-";
+    session.bank.arithOps[1] = "+-";
     frame->showLevel(1);
     EXPECT_EQ(cells(1, Mul), Off);
 
     control<QRadioButton>("optOn2")->click();
-    EXPECT_EQ(session.bank.ArithOps[1], "+-x");
+    EXPECT_EQ(session.bank.arithOps[1], "+-x");
     EXPECT_FALSE(hidden("fraMathSub2_2"));
     EXPECT_EQ(cells(1, Mul), QStringList({"0", "2", "0", "2"}));
 
     control<QRadioButton>("optOff1")->click();
-    EXPECT_EQ(session.bank.ArithOps[1], "+x");
+    EXPECT_EQ(session.bank.arithOps[1], "+x");
     EXPECT_TRUE(hidden("fraMathSub2_1"));
     EXPECT_EQ(cells(1, Sub), Off);
-    EXPECT_EQ(session.bank.ArithHigh1[1][Sub], 5) << "a switched-off range is kept for later";
+    EXPECT_EQ(session.bank.arithHigh1[1][Sub], 5) << "a switched-off range is kept for later";
 
     // The switches store Yes as true, for the edited level only.
     QTest::keyClick(control<QComboBox>("cmbSwitchNumbers"), Qt::Key_Down);
-    EXPECT_FALSE(session.bank.ArithSwitch[1][SwitchNumbers]);
-    EXPECT_TRUE(session.bank.ArithSwitch[1][SwitchBlanks]);
+    EXPECT_FALSE(session.bank.arithSwitch[1][SwitchNumbers]);
+    EXPECT_TRUE(session.bank.arithSwitch[1][SwitchBlanks]);
     EXPECT_EQ((QStringList{cell(4, 17), cell(4, 18)}), (QStringList{"No", "Yes"}));
     frame->showLevel(0);
     pick(QStringLiteral("cmbSwitchBlanks"), QStringLiteral("Yes"));
-    EXPECT_TRUE(session.bank.ArithSwitch[0][SwitchBlanks]);
+    EXPECT_TRUE(session.bank.arithSwitch[0][SwitchBlanks]);
     EXPECT_EQ(cell(3, 18), "Yes");
 
     // On appends without looking; Off removes one copy, and nothing when none is left.
     frame->showLevel(3); // "x/"
     frame->optOn_Click(Mul);
-    EXPECT_EQ(session.bank.ArithOps[3], "x/x");
+    EXPECT_EQ(session.bank.arithOps[3], "x/x");
     frame->optOff_Click(Mul);
-    EXPECT_EQ(session.bank.ArithOps[3], "/x");
+    EXPECT_EQ(session.bank.arithOps[3], "/x");
     EXPECT_EQ(cells(3, Mul), QStringList({"5", "10", "5", "10"}));
     frame->optOff_Click(Mul);
     frame->optOff_Click(Mul);
-    EXPECT_EQ(session.bank.ArithOps[3], "/");
+    EXPECT_EQ(session.bank.arithOps[3], "/");
     EXPECT_EQ(cells(3, Mul), Off);
 }
 
 TEST_F(ArithmeticSettingsTest, RevertRestoresArithmeticOnlyAfterOk)
 {
     frame->showLevel(2);
-    session.bank.ArithOps[2] = "/";
-    session.bank.ArithHigh1[2][Add] = 20;
-    session.bank.ArithSwitch[2][SwitchNumbers] = false;
-    session.bank.Limits[ArithmeticSubject].Seconds = 99;
-    session.bank.Limits[SpellingSubject].Seconds = 45;
+    session.bank.arithOps[2] = "/";
+    session.bank.arithHigh1[2][Add] = 20;
+    session.bank.arithSwitch[2][SwitchNumbers] = false;
+    session.bank.limits[ArithmeticSubject].seconds = 99;
+    session.bank.limits[SpellingSubject].seconds = 45;
     frame->PopulateGrid2();
 
     click("cmdRevert2"); // Cancel
     EXPECT_EQ(lastConfirm(), "Confirm: Revert to Original, Default Subject");
-    EXPECT_EQ(session.bank.ArithOps[2], "/");
-    EXPECT_EQ(session.bank.Limits[ArithmeticSubject].Seconds, 99);
+    EXPECT_EQ(session.bank.arithOps[2], "/");
+    EXPECT_EQ(session.bank.limits[ArithmeticSubject].seconds, 99);
     EXPECT_EQ(cells(2, Add), Off);
 
     prompt.answerConfirm(true);
     click("cmdRevert2");
-    EXPECT_EQ(session.bank.ArithOps[2], "+-x/");
-    EXPECT_EQ(session.bank.ArithHigh1[2][Add], 12);
-    EXPECT_TRUE(session.bank.ArithSwitch[2][SwitchNumbers]);
-    EXPECT_EQ(session.bank.Limits[ArithmeticSubject].Seconds, 30);
+    EXPECT_EQ(session.bank.arithOps[2], "+-x/");
+    EXPECT_EQ(session.bank.arithHigh1[2][Add], 12);
+    EXPECT_TRUE(session.bank.arithSwitch[2][SwitchNumbers]);
+    EXPECT_EQ(session.bank.limits[ArithmeticSubject].seconds, 30);
     EXPECT_EQ(control<QLineEdit>("txtDuration")->text(), QStringLiteral("30"));
     EXPECT_EQ(cells(2, Add), QStringList({"6", "12", "6", "12"}));
     EXPECT_EQ(grid()->currentIndex().row(), 5);
     EXPECT_EQ(shown("cmbHigh1_0"), "12");
-    EXPECT_EQ(session.bank.Limits[SpellingSubject].Seconds, 45) << "other subjects keep edits";
+    EXPECT_EQ(session.bank.limits[SpellingSubject].seconds, 45) << "other subjects keep edits";
 }
 
 } // namespace

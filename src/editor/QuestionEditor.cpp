@@ -38,15 +38,15 @@ RebuildSubject DefaultsOf(int subject)
 {
     switch (subject) {
     case 1:
-        return DefaultSpelling;
+        return defaultSpelling;
     case 2:
-        return DefaultGeography;
+        return defaultGeography;
     case 3:
-        return DefaultHistory;
+        return defaultHistory;
     case 4:
-        return DefaultMusic;
+        return defaultMusic;
     case 5:
-        return DefaultScience;
+        return defaultScience;
     default:
         return nullptr;
     }
@@ -131,7 +131,7 @@ QWidget *QuestionEditor::buildFields()
     m_cmbLevel = new QComboBox(fields);
     m_cmbLevel->setObjectName(QStringLiteral("cmbLevel"));
     for (int level = 0; level < LevelCount; ++level)
-        m_cmbLevel->addItem(QString::fromStdString(LevelText(level)));
+        m_cmbLevel->addItem(QString::fromStdString(levelText(level)));
     levelLabel->setBuddy(m_cmbLevel);
     layout->addWidget(levelLabel, 0, 0, Qt::AlignRight);
     layout->addWidget(m_cmbLevel, 0, 1, Qt::AlignLeft);
@@ -197,8 +197,8 @@ void QuestionEditor::showSubject()
     selectRow(0);
     keepInView();
     m_populating = true;
-    const int subject = m_session.records.CurrentSubject;
-    m_chkAdjacentLevels->setChecked(m_session.bank.Subjects.at(subject).AdjacentLevels);
+    const int subject = m_session.records.currentSubject;
+    m_chkAdjacentLevels->setChecked(m_session.bank.subjects.at(subject).adjacentLevels);
     m_populating = false;
 }
 
@@ -209,7 +209,7 @@ void QuestionEditor::setRevertVisible(bool visible)
 
 void QuestionEditor::PopulateGrid()
 {
-    m_model->populate(m_session.records.CurrentSubject);
+    m_model->populate(m_session.records.currentSubject);
 }
 
 void QuestionEditor::DoDeleteQuestion()
@@ -219,8 +219,8 @@ void QuestionEditor::DoDeleteQuestion()
         return;
     const int level = m_model->levelOf(row);
     const int slot = m_model->slotOf(row);
-    LevelSlots &items = m_session.bank.QuestionBank[m_model->subject()].Items()[level];
-    int32_t &last = m_session.bank.Limits[m_model->subject()].LastQuestion[level];
+    LevelSlots &items = m_session.bank.questionBank[m_model->subject()].items()[level];
+    int32_t &last = m_session.bank.limits[m_model->subject()].lastQuestion[level];
     for (int j = slot; j < last; ++j)
         items[j] = std::move(items[j + 1]);
     // The freed slot is outside the level's questions; emptying it keeps deleted
@@ -286,8 +286,8 @@ void QuestionEditor::txt_Change(int index)
     const int row = currentRow();
     if (row < 0)
         return;
-    Question &question = m_session.bank.QuestionBank[m_model->subject()]
-                             .Items()[m_model->levelOf(row)][m_model->slotOf(row)];
+    Question &question = m_session.bank.questionBank[m_model->subject()]
+                             .items()[m_model->levelOf(row)][m_model->slotOf(row)];
     QuestionField(question, index) = m_txt[index - 1]->text().toStdString();
     m_model->fieldChanged(row, index);
 }
@@ -311,13 +311,13 @@ void QuestionEditor::cmdAdd_Click()
 {
     WaitCursor wait;
     TestBank &bank = m_session.bank;
-    const int subject = m_session.records.CurrentSubject;
-    const int32_t slot = bank.Limits[subject].LastQuestion[m_editedLevel] + 1;
+    const int subject = m_session.records.currentSubject;
+    const int32_t slot = bank.limits[subject].lastQuestion[m_editedLevel] + 1;
     // The slot bound is shared, so one long level grows every subject's table.
-    if (slot > bank.QuestionMax)
-        ResizeQuestionSlots(bank, bank.QuestionMax + 1);
-    bank.QuestionBank[subject].Items()[m_editedLevel][slot] = Question{};
-    bank.Limits[subject].LastQuestion[m_editedLevel] = slot;
+    if (slot > bank.questionMax)
+        resizeQuestionSlots(bank, bank.questionMax + 1);
+    bank.questionBank[subject].items()[m_editedLevel][slot] = Question{};
+    bank.limits[subject].lastQuestion[m_editedLevel] = slot;
 
     PopulateGrid();
     selectRow(m_model->lastRowOfLevel(m_cmbLevel->currentIndex()));
@@ -349,13 +349,13 @@ void QuestionEditor::chkAdjacentLevels_Click()
 {
     if (m_populating)
         return;
-    m_session.bank.Subjects.at(m_session.records.CurrentSubject).AdjacentLevels =
+    m_session.bank.subjects.at(m_session.records.currentSubject).adjacentLevels =
         m_chkAdjacentLevels->isChecked();
 }
 
 void QuestionEditor::cmdRevert_Click()
 {
-    const int subject = m_session.records.CurrentSubject;
+    const int subject = m_session.records.currentSubject;
     const auto restoreDefaults = DefaultsOf(subject);
     if (restoreDefaults == nullptr)
         return;
@@ -365,7 +365,7 @@ void QuestionEditor::cmdRevert_Click()
         return;
     WaitCursor wait;
     restoreDefaults(m_session.bank);
-    m_session.bank.Subjects[subject].AdjacentLevels = true;
+    m_session.bank.subjects[subject].adjacentLevels = true;
     emit reverted();
 }
 

@@ -18,10 +18,10 @@ TEST_F(QuestionEditorTest, TypedAndPastedTextsAreStoredAsTheFileWillHoldThem)
     QTest::keyClicks(txt(2), QStringLiteral("s!"));
     EXPECT_EQ(changes.count(), 2);
     EXPECT_EQ(resets.count(), 0);
-    const std::string answer = question(1, 1, 1).Answer;
+    const std::string answer = question(1, 1, 1).answer;
     EXPECT_EQ(answer.substr(answer.size() - 2), "s!");
     EXPECT_EQ(cell(13, 2), QString::fromStdString(answer));
-    EXPECT_EQ(question(1, 1, 0).Answer, "talk") << "other questions are untouched";
+    EXPECT_EQ(question(1, 1, 0).answer, "talk") << "other questions are untouched";
 
     // Characters Windows-1252 lacks show as the "?" the file will hold; the
     // cursor stays after the typed character. Each is one key press carrying it,
@@ -33,7 +33,7 @@ TEST_F(QuestionEditorTest, TypedAndPastedTextsAreStoredAsTheFileWillHoldThem)
         QTest::sendKeyEvent(QTest::Click, txt(3), Qt::Key_unknown, typed, Qt::NoModifier);
     EXPECT_EQ(txt(3)->text(), QStringLiteral("a?é?b"));
     EXPECT_EQ(txt(3)->cursorPosition(), 4);
-    EXPECT_EQ(QString::fromStdString(question(1, 1, 1).Wrong1), QStringLiteral("a?é?b"));
+    EXPECT_EQ(QString::fromStdString(question(1, 1, 1).wrong1), QStringLiteral("a?é?b"));
 
     // Pasted texts in all five boxes of a question.
     const struct {
@@ -61,22 +61,22 @@ TEST_F(QuestionEditorTest, TypedAndPastedTextsAreStoredAsTheFileWillHoldThem)
         }
     }
     // The bank holds what the grid shows.
-    EXPECT_EQ(question(1, 0, 5).Wrong3, "A\tB\nC\x01\x7f");
-    EXPECT_EQ(question(1, 1, 3).Text.size(), std::size_t{FileTextMaxLength});
+    EXPECT_EQ(question(1, 0, 5).wrong3, "A\tB\nC\x01\x7f");
+    EXPECT_EQ(question(1, 1, 3).text.size(), std::size_t{FileTextMaxLength});
 }
 
 TEST_F(QuestionEditorTest, AddingToAFullLevelGrowsEverySubjectsSlots)
 {
     open(1);
-    clickRow(3); // level K holds QuestionMax + 1 = 12 questions
-    ASSERT_EQ(session.bank.QuestionMax, 11);
+    clickRow(3); // level K holds questionMax + 1 = 12 questions
+    ASSERT_EQ(session.bank.questionMax, 11);
     click("cmdAdd");
 
-    EXPECT_EQ(session.bank.QuestionMax, 12);
-    for (const SubjectQuestions &subject : session.bank.QuestionBank)
-        for (const auto &items : subject.Items())
+    EXPECT_EQ(session.bank.questionMax, 12);
+    for (const SubjectQuestions &subject : session.bank.questionBank)
+        for (const auto &items : subject.items())
             EXPECT_EQ(items.size(), 13u);
-    EXPECT_EQ(session.bank.Limits[1].LastQuestion[0], 12);
+    EXPECT_EQ(session.bank.limits[1].lastQuestion[0], 12);
     EXPECT_EQ(rows(), 157);
     EXPECT_EQ(currentRow(), 12);
     EXPECT_EQ(cell(13, 1), QStringLiteral("When you say something"));
@@ -84,11 +84,11 @@ TEST_F(QuestionEditorTest, AddingToAFullLevelGrowsEverySubjectsSlots)
 
     // Typing now fills the new question, and the next add at level 3 fits.
     QTest::keyClicks(txt(1), QStringLiteral("new"));
-    EXPECT_EQ(question(1, 0, 12).Text, "new");
+    EXPECT_EQ(question(1, 0, 12).text, "new");
     clickRow(37); // the first question of level 3
     click("cmdAdd");
-    EXPECT_EQ(session.bank.QuestionMax, 12);
-    EXPECT_EQ(session.bank.Limits[1].LastQuestion[3], 12);
+    EXPECT_EQ(session.bank.questionMax, 12);
+    EXPECT_EQ(session.bank.limits[1].lastQuestion[3], 12);
     EXPECT_EQ(control<QComboBox>("cmbLevel")->currentText(), QStringLiteral("3"));
 }
 
@@ -116,8 +116,8 @@ TEST_F(QuestionEditorTest, DeletingAQuestionMovesTheLaterOnesUpButKeepsTheLastOn
     EXPECT_EQ(lastConfirm(), "Confirm Delete Question");
     prompt.answerConfirm(true);
     QTest::keyClick(grid(), Qt::Key_Delete);
-    EXPECT_EQ(session.bank.Limits[6].LastQuestion[0], 2);
-    EXPECT_EQ(question(6, 0, 1).Text + question(6, 0, 2).Text, "threefour");
+    EXPECT_EQ(session.bank.limits[6].lastQuestion[0], 2);
+    EXPECT_EQ(question(6, 0, 1).text + question(6, 0, 2).text, "threefour");
     EXPECT_EQ(rows(), 3);
     EXPECT_EQ(currentRow(), 1);
     EXPECT_EQ(txt(1)->text(), QStringLiteral("three"));
@@ -135,22 +135,22 @@ TEST_F(QuestionEditorTest, ChangingTheLevelMovesTheQuestionToTheEndOfThatLevel)
 {
     open(1); // every level of Spelling is full
     const Question moved = question(1, 2, 0);
-    const std::string next = question(1, 2, 1).Text;
+    const std::string next = question(1, 2, 1).text;
     clickRow(24); // level 2, first question
     control<QComboBox>("cmbLevel")->setCurrentIndex(0);
 
     // Level K outgrows the slots, so every subject grows one.
-    EXPECT_EQ(session.bank.QuestionMax, 12);
-    EXPECT_EQ(session.bank.QuestionBank[4].Items()[7].size(), 13u);
-    EXPECT_EQ(session.bank.Limits[1].LastQuestion[2], 10);
-    EXPECT_EQ(session.bank.Limits[1].LastQuestion[0], 12);
-    EXPECT_EQ(question(1, 2, 0).Text, next);
+    EXPECT_EQ(session.bank.questionMax, 12);
+    EXPECT_EQ(session.bank.questionBank[4].items()[7].size(), 13u);
+    EXPECT_EQ(session.bank.limits[1].lastQuestion[2], 10);
+    EXPECT_EQ(session.bank.limits[1].lastQuestion[0], 12);
+    EXPECT_EQ(question(1, 2, 0).text, next);
     const Question &atK = question(1, 0, 12);
-    EXPECT_EQ((std::vector<std::string>{atK.Text, atK.Answer, atK.Wrong1, atK.Wrong2, atK.Wrong3}),
-              (std::vector<std::string>{moved.Text, moved.Answer, moved.Wrong1, moved.Wrong2,
-                                        moved.Wrong3}));
+    EXPECT_EQ((std::vector<std::string>{atK.text, atK.answer, atK.wrong1, atK.wrong2, atK.wrong3}),
+              (std::vector<std::string>{moved.text, moved.answer, moved.wrong1, moved.wrong2,
+                                        moved.wrong3}));
     EXPECT_EQ(currentRow(), 12);
-    EXPECT_EQ(txt(2)->text(), QString::fromStdString(moved.Answer));
+    EXPECT_EQ(txt(2)->text(), QString::fromStdString(moved.answer));
 }
 
 TEST_F(QuestionEditorTest, RevertingSpellingBringsBackItsQuestionsAndFlagAndRowsScrollIntoView)
@@ -160,19 +160,19 @@ TEST_F(QuestionEditorTest, RevertingSpellingBringsBackItsQuestionsAndFlagAndRows
     click("cmdAdd");
     auto *adjacent = control<QCheckBox>("chkAdjacentLevels");
     adjacent->setChecked(false);
-    EXPECT_FALSE(session.bank.Subjects[1].AdjacentLevels);
+    EXPECT_FALSE(session.bank.subjects[1].adjacentLevels);
 
     click("cmdRevert"); // Cancel
     EXPECT_EQ(lastConfirm(), "Confirm: Revert to Original, Default Subject");
-    EXPECT_EQ(question(1, 0, 0).Text, "changed");
+    EXPECT_EQ(question(1, 0, 0).text, "changed");
 
     prompt.answerConfirm(true);
     click("cmdRevert");
-    EXPECT_EQ(question(1, 0, 0).Text, "An animal that meows");
-    EXPECT_EQ(session.bank.Limits[1].LastQuestion[0], 11);
-    EXPECT_TRUE(session.bank.Subjects[1].AdjacentLevels && adjacent->isChecked());
+    EXPECT_EQ(question(1, 0, 0).text, "An animal that meows");
+    EXPECT_EQ(session.bank.limits[1].lastQuestion[0], 11);
+    EXPECT_TRUE(session.bank.subjects[1].adjacentLevels && adjacent->isChecked());
     EXPECT_EQ(rows(), 156);
-    EXPECT_EQ(session.bank.Limits[2].LastQuestion[0], 5) << "Geography was not touched";
+    EXPECT_EQ(session.bank.limits[2].lastQuestion[0], 5) << "Geography was not touched";
 
     // A selected row is scrolled to the top only when it is out of view.
     auto *editor = control<QuestionEditor>("fraMulti");
@@ -183,7 +183,7 @@ TEST_F(QuestionEditorTest, RevertingSpellingBringsBackItsQuestionsAndFlagAndRows
         editor->keepInView();
         EXPECT_EQ(grid()->rowAt(0), top) << row;
     }
-    EXPECT_EQ(txt(1)->text(), QString::fromStdString(question(1, 4, 11).Text));
+    EXPECT_EQ(txt(1)->text(), QString::fromStdString(question(1, 4, 11).text));
 }
 
 } // namespace

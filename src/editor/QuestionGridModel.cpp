@@ -17,7 +17,7 @@ const QStringList &Headings()
 }
 
 constexpr std::array<std::string Question::*, 5> QuestionFields = {
-    &Question::Text, &Question::Answer, &Question::Wrong1, &Question::Wrong2, &Question::Wrong3,
+    &Question::text, &Question::answer, &Question::wrong1, &Question::wrong2, &Question::wrong3,
 };
 
 } // namespace
@@ -42,10 +42,10 @@ void QuestionGridModel::populate(int subject)
     beginResetModel();
     m_subject = subject;
     m_rows.clear();
-    if (subject >= 0 && static_cast<std::size_t>(subject) < m_bank.Limits.size()) {
-        const SubjectLimits &limits = m_bank.Limits[subject];
+    if (subject >= 0 && static_cast<std::size_t>(subject) < m_bank.limits.size()) {
+        const SubjectLimits &limits = m_bank.limits[subject];
         for (int level = 0; level < LevelCount; ++level) {
-            for (int slot = 0; slot <= limits.LastQuestion[level]; ++slot)
+            for (int slot = 0; slot <= limits.lastQuestion[level]; ++slot)
                 m_rows.push_back({level, slot});
         }
     }
@@ -84,9 +84,9 @@ QVariant QuestionGridModel::data(const QModelIndex &index, int role) const
     const Row &row = m_rows[index.row()];
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole) {
         if (index.column() == LevelColumn)
-            return role == Qt::DisplayRole ? QString::fromStdString(LevelText(row.level))
+            return role == Qt::DisplayRole ? QString::fromStdString(levelText(row.level))
                                            : QVariant();
-        const Question &question = m_bank.QuestionBank[m_subject].Items()[row.level][row.slot];
+        const Question &question = m_bank.questionBank[m_subject].items()[row.level][row.slot];
         return QString::fromStdString(QuestionField(question, index.column()));
     }
     if (role == Qt::TextAlignmentRole && index.column() == LevelColumn)

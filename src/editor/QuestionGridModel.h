@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-// The text of a question's field 1..5 (Text, Answer, Wrong1, Wrong2, Wrong3),
+// The text of a question's field 1..5 (text, answer, wrong1, wrong2, wrong3),
 // which is also its grid column.
 std::string &QuestionField(Question &question, int field);
 const std::string &QuestionField(const Question &question, int field);

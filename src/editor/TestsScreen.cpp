@@ -193,10 +193,10 @@ void TestsScreen::PopulateSubjectList()
 {
     m_populating = true;
     m_cmbSubject->clear();
-    for (const Subject &subject : m_session.bank.Subjects)
-        m_cmbSubject->addItem(QString::fromStdString(subject.Name));
+    for (const Subject &subject : m_session.bank.subjects)
+        m_cmbSubject->addItem(QString::fromStdString(subject.name));
     m_cmbSubject->setCurrentIndex(
-        qBound(0, m_session.records.CurrentSubject, m_session.bank.SubjectMax));
+        qBound(0, m_session.records.currentSubject, m_session.bank.subjectMax));
     m_populating = false;
     cmbSubject_Click();
 }
@@ -204,8 +204,8 @@ void TestsScreen::PopulateSubjectList()
 void TestsScreen::DoSaveAndPopulate()
 {
     StudentRecords &records = m_session.records;
-    if (records.CurrentSubject > m_session.bank.SubjectMax)
-        records.CurrentSubject = m_session.bank.SubjectMax;
+    if (records.currentSubject > m_session.bank.subjectMax)
+        records.currentSubject = m_session.bank.subjectMax;
     m_session.saveStudents(this);
     m_session.saveTests(this);
     PopulateSubjectList();
@@ -217,21 +217,21 @@ void TestsScreen::cmbSubject_Click()
         return;
     WaitCursor wait;
     StudentRecords &records = m_session.records;
-    records.CurrentSubjectName = m_cmbSubject->currentText().toStdString();
-    records.CurrentSubject = m_cmbSubject->currentIndex();
+    records.currentSubjectName = m_cmbSubject->currentText().toStdString();
+    records.currentSubject = m_cmbSubject->currentIndex();
 
-    if (records.CurrentSubject > ArithmeticSubject) {
+    if (records.currentSubject > ArithmeticSubject) {
         m_frames->setCurrentWidget(m_fraMulti);
         m_fraMulti->showSubject();
     } else {
         m_frames->setCurrentWidget(m_fraMath);
         m_fraMath->PopulateGrid2();
-        m_fraMath->showLevel(records.CurrentLevel);
+        m_fraMath->showLevel(records.currentLevel);
     }
 
-    m_txtDuration->setText(QString::number(m_session.bank.Limits[records.CurrentSubject].Seconds));
+    m_txtDuration->setText(QString::number(m_session.bank.limits[records.currentSubject].seconds));
 
-    const bool builtIn = records.CurrentSubject < FirstAddedSubject;
+    const bool builtIn = records.currentSubject < FirstAddedSubject;
     m_cmdEditSubject->setEnabled(!builtIn);
     m_cmdDeleteSubject->setEnabled(!builtIn);
     m_fraMulti->setRevertVisible(builtIn);
@@ -247,9 +247,9 @@ void TestsScreen::cmdAddSubject_Click()
 
     WaitCursor wait;
     TestBank &bank = m_session.bank;
-    AddSubject(bank, SubjectName(answer));
-    m_session.records.CurrentSubject = bank.SubjectMax;
-    AddSubjectResults(m_session.records, bank.SubjectMax);
+    addSubject(bank, SubjectName(answer));
+    m_session.records.currentSubject = bank.subjectMax;
+    addSubjectResults(m_session.records, bank.subjectMax);
 
     DoSaveAndPopulate();
 }
@@ -257,21 +257,21 @@ void TestsScreen::cmdAddSubject_Click()
 void TestsScreen::cmdEditSubject_Click()
 {
     StudentRecords &records = m_session.records;
-    if (records.CurrentSubject < FirstAddedSubject)
+    if (records.currentSubject < FirstAddedSubject)
         return;
     const QString answer =
         m_session.prompt.input(this, QStringLiteral("Edit Subject"),
                                QStringLiteral("Enter the new name for this Subject:"),
-                               QString::fromStdString(records.CurrentSubjectName));
+                               QString::fromStdString(records.currentSubjectName));
     if (answer.isEmpty())
         return;
-    m_session.bank.Subjects[records.CurrentSubject].Name = SubjectName(answer);
+    m_session.bank.subjects[records.currentSubject].name = SubjectName(answer);
     PopulateSubjectList();
 }
 
 void TestsScreen::cmdDeleteSubject_Click()
 {
-    const int32_t deleted = m_session.records.CurrentSubject;
+    const int32_t deleted = m_session.records.currentSubject;
     if (deleted < FirstAddedSubject)
         return;
     if (!m_session.prompt.confirm(this, QStringLiteral("Confirm Delete Subject"),
@@ -280,33 +280,33 @@ void TestsScreen::cmdDeleteSubject_Click()
 
     WaitCursor wait;
     TestBank &bank = m_session.bank;
-    // Only the names move within Subjects: each AdjacentLevels flag stays at its
+    // Only the names move within subjects: each adjacentLevels flag stays at its
     // index, so the subjects behind the deleted one take over their
     // predecessor's flag. This is deliberate and kept.
-    for (int32_t i = deleted + 1; i <= bank.SubjectMax; ++i) {
-        bank.Subjects[i - 1].Name = bank.Subjects[i].Name;
-        bank.Limits[i - 1] = bank.Limits[i];
-        bank.QuestionBank[i - 1] = std::move(bank.QuestionBank[i]);
+    for (int32_t i = deleted + 1; i <= bank.subjectMax; ++i) {
+        bank.subjects[i - 1].name = bank.subjects[i].name;
+        bank.limits[i - 1] = bank.limits[i];
+        bank.questionBank[i - 1] = std::move(bank.questionBank[i]);
     }
-    DeleteSubjectResults(m_session.records, deleted);
+    deleteSubjectResults(m_session.records, deleted);
 
-    bank.SubjectMax -= 1;
-    const auto subjects = static_cast<std::size_t>(bank.SubjectMax) + 1;
-    bank.Subjects.resize(subjects);
-    bank.Limits.resize(subjects);
-    bank.QuestionBank.resize(subjects);
+    bank.subjectMax -= 1;
+    const auto subjects = static_cast<std::size_t>(bank.subjectMax) + 1;
+    bank.subjects.resize(subjects);
+    bank.limits.resize(subjects);
+    bank.questionBank.resize(subjects);
 
     DoSaveAndPopulate();
 }
 
 void TestsScreen::txtDuration_LostFocus()
 {
-    const int32_t subject = m_session.records.CurrentSubject;
-    if (subject < 0 || subject > m_session.bank.SubjectMax)
+    const int32_t subject = m_session.records.currentSubject;
+    if (subject < 0 || subject > m_session.bank.subjectMax)
         return;
     // Out of range, or not a number at all: silently the default length.
     const int32_t seconds = TestLength(m_txtDuration->text()).value_or(DefaultSeconds);
-    m_session.bank.Limits[subject].Seconds = seconds;
+    m_session.bank.limits[subject].seconds = seconds;
     m_txtDuration->setText(QString::number(seconds));
 }
 
@@ -320,8 +320,8 @@ void TestsScreen::cmdRevertAll_Click()
         return;
 
     WaitCursor wait;
-    BuildDefaultTests(m_session.bank);
-    ResizeResults(m_session.records, m_session.bank.SubjectMax);
+    buildDefaultTests(m_session.bank);
+    resizeResults(m_session.records, m_session.bank.subjectMax);
     DoSaveAndPopulate();
 }
 

@@ -38,17 +38,17 @@ class TestsScreenTest : public ::testing::Test {
 protected:
     TestsScreenTest()
     {
-        BuildDefaultTests(session.bank);
-        Student ann = NewStudent(session.bank.SubjectMax);
-        ann.Name = "Ann";
-        ann.Current = true;
-        session.records.Students = {ann};
+        buildDefaultTests(session.bank);
+        Student ann = newStudent(session.bank.subjectMax);
+        ann.name = "Ann";
+        ann.current = true;
+        session.records.students = {ann};
     }
 
     // Opens the screen on the subject, as the main screen does.
     TestsScreen &open(int subject)
     {
-        session.records.CurrentSubject = subject;
+        session.records.currentSubject = subject;
         m_screen = std::make_unique<TestsScreen>(session);
         m_screen->setHelpOpener([this](QWidget *) { ++helpOpened; });
         return *m_screen;
@@ -84,7 +84,7 @@ protected:
     TestBank loadedTests() const
     {
         TestBank bank;
-        EXPECT_EQ(LoadTests(bank, session.paths.TestsPath).status, LoadResult::Status::Loaded);
+        EXPECT_EQ(loadTests(bank, session.paths.testsPath).status, LoadResult::Status::Loaded);
         return bank;
     }
 
@@ -96,7 +96,7 @@ protected:
     StudentRecords loadedStudents(const TestBank &bank) const
     {
         StudentRecords records;
-        EXPECT_EQ(LoadStudents(records, bank, session.paths.StudentsPath).status,
+        EXPECT_EQ(loadStudents(records, bank, session.paths.studentsPath).status,
                   LoadResult::Status::Loaded);
         return records;
     }
@@ -131,7 +131,7 @@ protected:
     void clickRow(int row) const { grid()->setCurrentIndex(grid()->model()->index(row, 2)); }
     const Question &question(int subject, int lvl, int slot) const
     {
-        return session.bank.QuestionBank[subject].Items()[lvl][slot];
+        return session.bank.questionBank[subject].items()[lvl][slot];
     }
 };
 

@@ -6,7 +6,7 @@ namespace {
 
 TEST_F(TestsScreenTest, AddedSubjectsKeepTwentyCharactersAsTheFileKeepsThemAndCanBeRenamed)
 {
-    session.records.Students[0].Results[1].High[3] = 9;
+    session.records.students[0].results[1].high[3] = 9;
     TestsScreen &screen = open(0);
     auto *edit = control<QPushButton>("cmdEditSubject");
     auto *remove = control<QPushButton>("cmdDeleteSubject");
@@ -24,8 +24,8 @@ TEST_F(TestsScreenTest, AddedSubjectsKeepTwentyCharactersAsTheFileKeepsThemAndCa
     EXPECT_TRUE(prompt.shown().empty());
     // Cancelling the input box changes nothing and writes nothing.
     click("cmdAddSubject");
-    EXPECT_EQ(session.bank.SubjectMax, 5);
-    EXPECT_FALSE(std::filesystem::exists(session.paths.TestsPath));
+    EXPECT_EQ(session.bank.subjectMax, 5);
+    EXPECT_FALSE(std::filesystem::exists(session.paths.testsPath));
 
     const std::pair<QString, std::string> names[] = {
         {QStringLiteral("Astronomy and Planets"), "Astronomy and Planet"},
@@ -44,24 +44,24 @@ TEST_F(TestsScreenTest, AddedSubjectsKeepTwentyCharactersAsTheFileKeepsThemAndCa
 
     // Both files hold the new subjects; the student's results grew and kept the old ones.
     const TestBank saved = loadedTests();
-    ASSERT_EQ(saved.Subjects.size(), 6 + std::size(names));
+    ASSERT_EQ(saved.subjects.size(), 6 + std::size(names));
     for (std::size_t i = 0; i < std::size(names); ++i)
-        EXPECT_EQ(saved.Subjects[6 + i].Name, names[i].second);
+        EXPECT_EQ(saved.subjects[6 + i].name, names[i].second);
     const StudentRecords records = loadedStudents(saved);
-    ASSERT_EQ(records.Students.at(0).Results.size(), saved.Subjects.size());
-    EXPECT_EQ(records.Students[0].Results[1].High[3], 9);
-    EXPECT_EQ(records.CurrentSubject, saved.SubjectMax);
+    ASSERT_EQ(records.students.at(0).results.size(), saved.subjects.size());
+    EXPECT_EQ(records.students[0].results[1].high[3], 9);
+    EXPECT_EQ(records.currentSubject, saved.subjectMax);
 
     // Renaming offers the current name, converts and cuts the new one as adding
     // does, and is not saved until the screen closes; cancelled, the name stays.
-    std::filesystem::remove(session.paths.TestsPath);
+    std::filesystem::remove(session.paths.testsPath);
     prompt.answerInput(QStringLiteral("Tom & Jerry \U0001F431\U0001F42D of the World"));
     edit->click();
     EXPECT_EQ(prompt.last()->defaultText, QString(20, QLatin1Char('x')));
     EXPECT_EQ(Utf8(subjects()->currentText()), "Tom & Jerry ?? of th");
-    EXPECT_FALSE(std::filesystem::exists(session.paths.TestsPath));
+    EXPECT_FALSE(std::filesystem::exists(session.paths.testsPath));
     edit->click();
-    EXPECT_EQ(session.bank.Subjects.back().Name, "Tom & Jerry ?? of th");
+    EXPECT_EQ(session.bank.subjects.back().name, "Tom & Jerry ?? of th");
 }
 
 TEST_F(TestsScreenTest, DeletingSubjectsAndRevertingAllKeepResultsInStepInBothFiles)
@@ -70,58 +70,58 @@ TEST_F(TestsScreenTest, DeletingSubjectsAndRevertingAllKeepResultsInStepInBothFi
     for (const char *name : {"A", "B", "C"})
         addSubject(QString::fromLatin1(name));
     TestBank &bank = session.bank;
-    std::vector<SubjectResults> &results = session.records.Students[0].Results;
+    std::vector<SubjectResults> &results = session.records.students[0].results;
     for (int s = 6; s <= 8; ++s) {
-        bank.Limits[s].Seconds = 100 + s;
-        bank.QuestionBank[s].Items()[0][0].Text = "question of " + bank.Subjects[s].Name;
-        bank.Subjects[s].AdjacentLevels = s != 7;
-        results[s].Last[0] = static_cast<int16_t>(s);
+        bank.limits[s].seconds = 100 + s;
+        bank.questionBank[s].items()[0][0].text = "question of " + bank.subjects[s].name;
+        bank.subjects[s].adjacentLevels = s != 7;
+        results[s].last[0] = static_cast<int16_t>(s);
     }
-    results[2].Last[4] = 6;
+    results[2].last[4] = 6;
     subjects()->setCurrentIndex(6);
 
     click("cmdDeleteSubject"); // Cancel
     EXPECT_EQ(lastConfirm(), "Confirm Delete Subject");
-    EXPECT_EQ(bank.SubjectMax, 8);
+    EXPECT_EQ(bank.subjectMax, 8);
 
-    // Only the names move within Subjects: each AdjacentLevels flag stays at its index.
+    // Only the names move within subjects: each adjacentLevels flag stays at its index.
     prompt.answerConfirm(true);
     click("cmdDeleteSubject");
-    ASSERT_EQ(bank.SubjectMax, 7);
-    EXPECT_EQ(bank.Subjects[6].Name + bank.Subjects[7].Name, "BC");
-    EXPECT_TRUE(bank.Subjects[6].AdjacentLevels && !bank.Subjects[7].AdjacentLevels);
+    ASSERT_EQ(bank.subjectMax, 7);
+    EXPECT_EQ(bank.subjects[6].name + bank.subjects[7].name, "BC");
+    EXPECT_TRUE(bank.subjects[6].adjacentLevels && !bank.subjects[7].adjacentLevels);
     ASSERT_EQ(results.size(), 8u);
     for (int s = 6; s <= 7; ++s) {
-        EXPECT_EQ(bank.Limits[s].Seconds, 101 + s);
-        EXPECT_EQ(bank.QuestionBank[s].Items()[0][0].Text, "question of " + bank.Subjects[s].Name);
-        EXPECT_EQ(results[s].Last[0], s + 1);
+        EXPECT_EQ(bank.limits[s].seconds, 101 + s);
+        EXPECT_EQ(bank.questionBank[s].items()[0][0].text, "question of " + bank.subjects[s].name);
+        EXPECT_EQ(results[s].last[0], s + 1);
     }
     // The subject that followed the deleted one is shown; both files were written.
     EXPECT_EQ(control<QLineEdit>("txtDuration")->text(), QStringLiteral("107"));
     TestBank saved = loadedTests();
-    EXPECT_EQ(saved.SubjectMax, 7);
-    EXPECT_EQ(loadedStudents(saved).Students[0].Results.size(), 8u);
+    EXPECT_EQ(saved.subjectMax, 7);
+    EXPECT_EQ(loadedStudents(saved).students[0].results.size(), 8u);
 
     // Deleting the last subject shows the new last one.
     subjects()->setCurrentIndex(7);
     prompt.answerConfirm(true);
     click("cmdDeleteSubject");
-    EXPECT_EQ(session.records.CurrentSubject, 6);
+    EXPECT_EQ(session.records.currentSubject, 6);
     EXPECT_EQ(subjects()->currentText(), QStringLiteral("B"));
 
     // Revert all drops the added subjects and their results, and keeps the rest.
     click("cmdRevertAll"); // Cancel
     EXPECT_EQ(lastConfirm(), "Confirm Revert ALL to Default");
-    EXPECT_EQ(bank.SubjectMax, 6);
+    EXPECT_EQ(bank.subjectMax, 6);
     prompt.answerConfirm(true);
     click("cmdRevertAll");
-    EXPECT_EQ(bank.SubjectMax, 5);
+    EXPECT_EQ(bank.subjectMax, 5);
     ASSERT_EQ(results.size(), 6u);
-    EXPECT_EQ(results[2].Last[4], 6);
-    EXPECT_EQ(session.records.CurrentSubject, 5) << "the last built-in subject is shown";
+    EXPECT_EQ(results[2].last[4], 6);
+    EXPECT_EQ(session.records.currentSubject, 5) << "the last built-in subject is shown";
     saved = loadedTests();
-    EXPECT_EQ(saved.SubjectMax, 5);
-    EXPECT_EQ(loadedStudents(saved).Students[0].Results.size(), 6u);
+    EXPECT_EQ(saved.subjectMax, 5);
+    EXPECT_EQ(loadedStudents(saved).students[0].results.size(), 6u);
 }
 
 TEST_F(TestsScreenTest, TestLengthOutsideFiveToNineHundredNinetyNineBecomesThirty)
@@ -139,22 +139,22 @@ TEST_F(TestsScreenTest, TestLengthOutsideFiveToNineHundredNinetyNineBecomesThirt
     TestsScreen &screen = open(2);
     auto *box = control<QLineEdit>("txtDuration");
     for (const auto &entry : cases) {
-        session.bank.Limits[2].Seconds = 60;
+        session.bank.limits[2].seconds = 60;
         box->selectAll();
         QTest::keyClicks(box, QString::fromLatin1(entry.typed));
         screen.txtDuration_LostFocus();
-        EXPECT_EQ(session.bank.Limits[2].Seconds, entry.seconds) << '"' << entry.typed << '"';
+        EXPECT_EQ(session.bank.limits[2].seconds, entry.seconds) << '"' << entry.typed << '"';
         EXPECT_EQ(box->text(), QString::number(entry.seconds)) << '"' << entry.typed << '"';
     }
     EXPECT_TRUE(prompt.shown().empty()) << "no message for any of them";
     // The length belongs to the subject it was typed for.
-    EXPECT_EQ(session.bank.Limits[3].Seconds, 30);
+    EXPECT_EQ(session.bank.limits[3].seconds, 30);
 }
 
 TEST_F(TestsScreenTest, EveryWayOfClosingStoresTheLengthAndWritesTheTestsFile)
 {
     for (int way = 0; way < 3; ++way) {
-        std::filesystem::remove(session.paths.TestsPath);
+        std::filesystem::remove(session.paths.testsPath);
         TestsScreen &shown = open(3);
         shown.show();
         control<QLineEdit>("txtDuration")->setText(QString::number(40 + way));
@@ -165,17 +165,17 @@ TEST_F(TestsScreenTest, EveryWayOfClosingStoresTheLengthAndWritesTheTestsFile)
         else
             shown.close(); // the close box
         EXPECT_FALSE(shown.isVisible()) << way;
-        EXPECT_EQ(session.bank.Limits[3].Seconds, 40 + way) << way;
-        EXPECT_EQ(loadedTests().Limits[3].Seconds, 40 + way) << way;
-        EXPECT_FALSE(std::filesystem::exists(session.paths.StudentsPath)) << way;
+        EXPECT_EQ(session.bank.limits[3].seconds, 40 + way) << way;
+        EXPECT_EQ(loadedTests().limits[3].seconds, 40 + way) << way;
+        EXPECT_FALSE(std::filesystem::exists(session.paths.studentsPath)) << way;
     }
 }
 
 TEST_F(TestsScreenTest, TabVisitsTheScreenTopDownAndTheControlsAreNamed)
 {
     // Level 3 with addition and multiplication on: both show their range lists.
-    session.bank.ArithOps[3] = "+x";
-    session.records.CurrentLevel = 3;
+    session.bank.arithOps[3] = "+x";
+    session.records.currentLevel = 3;
     TestsScreen &screen = open(ArithmeticSubject);
     screen.show();
     subjects()->setFocus();

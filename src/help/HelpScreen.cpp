@@ -36,7 +36,7 @@ QString PageText(HelpPage page, const DataPaths &paths)
 {
     switch (page) {
     case HelpPage::Main: {
-        const QString dataDir = QDir(paths.DataDir).absolutePath();
+        const QString dataDir = QDir(paths.dataDir).absolutePath();
         const bool besideProgram = dataDir == QDir(PortableDataDir()).absolutePath();
         return MainHelpPage(dataDir, besideProgram);
     }

@@ -62,13 +62,13 @@ TEST_F(LongUseTest, AThousandTestsLeaveExactlyTheirScoresOnDiskAndMemoryFlat)
             unsetenv("TMPDIR");
     }
     saveTestsWith([](TestBank &bank) {
-        for (SubjectLimits &limits : bank.Limits)
-            limits.Seconds = TestSeconds;
+        for (SubjectLimits &limits : bank.limits)
+            limits.seconds = TestSeconds;
     });
     startUp();
     for (const char *name : {"Bob", "Cy"}) {
-        session.records.Students.push_back(NewStudent(session.bank.SubjectMax));
-        session.records.Students.back().Name = name;
+        session.records.students.push_back(newStudent(session.bank.subjectMax));
+        session.records.students.back().name = name;
     }
 
     std::map<std::tuple<int, int, int>, Scores> expected; // by student, subject, level
@@ -94,7 +94,7 @@ TEST_F(LongUseTest, AThousandTestsLeaveExactlyTheirScoresOnDiskAndMemoryFlat)
         ASSERT_TRUE(shown("cmdStartTest")) << "test " << test;
         ASSERT_FALSE(find<QTimer>("Timer1")->isActive()) << "no tick comes between tests";
 
-        auto &[last, high] = expected[{session.records.CurrentStudent, subject, level}];
+        auto &[last, high] = expected[{session.records.currentStudent, subject, level}];
         last = rights - wrongs;
         high = std::max(high, last);
         QCoreApplication::processEvents();
@@ -111,13 +111,13 @@ TEST_F(LongUseTest, AThousandTestsLeaveExactlyTheirScoresOnDiskAndMemoryFlat)
 
     // What a restart would find.
     const StudentRecords onDisk = studentsOnDisk();
-    ASSERT_EQ(onDisk.Students.size(), static_cast<std::size_t>(Students));
+    ASSERT_EQ(onDisk.students.size(), static_cast<std::size_t>(Students));
     for (int student = 0; student < Students; ++student)
-        for (int subject = 0; subject <= session.bank.SubjectMax; ++subject)
+        for (int subject = 0; subject <= session.bank.subjectMax; ++subject)
             for (int level = 0; level < LevelCount; ++level) {
                 const auto found = expected.find({student, subject, level});
-                const SubjectResults &results = onDisk.Students[student].Results.at(subject);
-                EXPECT_EQ(Scores(results.Last[level], results.High[level]),
+                const SubjectResults &results = onDisk.students[student].results.at(subject);
+                EXPECT_EQ(Scores(results.last[level], results.high[level]),
                           found == expected.end() ? Scores() : found->second)
                     << "Last and High of student " << student << ", subject " << subject
                     << ", level " << level;

@@ -61,7 +61,7 @@ MainScreen::MainScreen(Session &session, RandomSource &random, QWidget *parent)
 
     // A missing directory is made now; telling the user about a failure has to
     // wait until the screen is up.
-    m_dataDirectoryProblem = MakeDataDirectory(m_session.paths.DataDir);
+    m_dataDirectoryProblem = MakeDataDirectory(m_session.paths.dataDir);
     connectControls();
 }
 
@@ -225,14 +225,14 @@ void MainScreen::PopulateSubjectCombo()
 {
     m_loading = true;
     m_ui->cmbSubject->clear();
-    for (const Subject &subject : m_session.bank.Subjects)
-        m_ui->cmbSubject->addItem(QString::fromStdString(subject.Name));
+    for (const Subject &subject : m_session.bank.subjects)
+        m_ui->cmbSubject->addItem(QString::fromStdString(subject.name));
     m_loading = false;
 }
 
 void MainScreen::PreStartTest()
 {
-    m_session.records.CurrentSubject = ArithmeticSubject;
+    m_session.records.currentSubject = ArithmeticSubject;
     cmdSelectStudent_Click();
     if (m_ending)
         return;
@@ -243,18 +243,18 @@ void MainScreen::PreStartTest()
 void MainScreen::cmbSubject_Click()
 {
     const int index = m_ui->cmbSubject->currentIndex();
-    if (m_loading || index < 0 || index > m_session.bank.SubjectMax)
+    if (m_loading || index < 0 || index > m_session.bank.subjectMax)
         return;
     const WaitCursor wait;
     StudentRecords &records = m_session.records;
     m_ui->fraLastAnswer->hide();
-    records.CurrentSubject = index;
-    records.CurrentSubjectName = m_ui->cmbSubject->currentText().toStdString();
+    records.currentSubject = index;
+    records.currentSubjectName = m_ui->cmbSubject->currentText().toStdString();
     m_ui->lblSubject->setText(m_ui->cmbSubject->currentText());
     DisplayTotals();
     m_session.saveStudents(this);
     DisableLevelButtons();
-    m_testSeconds = m_session.bank.Limits[index].Seconds;
+    m_testSeconds = m_session.bank.limits[index].seconds;
     m_ui->lblDuration->setText(QStringLiteral("%1 secs").arg(m_testSeconds));
 }
 
@@ -262,9 +262,9 @@ void MainScreen::optLevel_Click(int level)
 {
     const WaitCursor wait;
     StudentRecords &records = m_session.records;
-    records.CurrentLevel = level;
-    if (records.CurrentStudent >= 0 && records.CurrentStudent <= records.StudentMax())
-        records.Students[records.CurrentStudent].Level = static_cast<int16_t>(level);
+    records.currentLevel = level;
+    if (records.currentStudent >= 0 && records.currentStudent <= records.studentMax())
+        records.students[records.currentStudent].level = static_cast<int16_t>(level);
     DisplayTotals();
     m_session.saveStudents(this);
 }
@@ -273,25 +273,25 @@ void MainScreen::DisableLevelButtons()
 {
     for (int level = 0; level < LevelCount; ++level)
         m_ui->optLevel[level]->setEnabled(
-            LevelHasQuestions(m_session.bank, m_session.records.CurrentSubject, level));
+            levelHasQuestions(m_session.bank, m_session.records.currentSubject, level));
     UpdateTabStop(m_ui->levelButtons->buttons());
 }
 
 void MainScreen::DisplayTotals()
 {
     const StudentRecords &records = m_session.records;
-    const int level = records.CurrentLevel;
-    m_ui->lblLevel->setText(QString::fromStdString(LevelText(level)));
+    const int level = records.currentLevel;
+    m_ui->lblLevel->setText(QString::fromStdString(levelText(level)));
     int last = 0;
     int high = 0;
-    if (records.CurrentStudent >= 0 && records.CurrentStudent <= records.StudentMax() &&
+    if (records.currentStudent >= 0 && records.currentStudent <= records.studentMax() &&
         level >= 0 && level < LevelCount) {
         const std::vector<SubjectResults> &results =
-            records.Students[records.CurrentStudent].Results;
-        if (records.CurrentSubject >= 0 &&
-            static_cast<std::size_t>(records.CurrentSubject) < results.size()) {
-            last = results[records.CurrentSubject].Last[level];
-            high = results[records.CurrentSubject].High[level];
+            records.students[records.currentStudent].results;
+        if (records.currentSubject >= 0 &&
+            static_cast<std::size_t>(records.currentSubject) < results.size()) {
+            last = results[records.currentSubject].last[level];
+            high = results[records.currentSubject].high[level];
         }
     }
     m_ui->lblLastScore->setNum(last);
@@ -318,15 +318,15 @@ void MainScreen::ButtonsVisible()
 void MainScreen::showSelections()
 {
     StudentRecords &records = m_session.records;
-    if (records.CurrentSubject < 0 || records.CurrentSubject > m_session.bank.SubjectMax)
-        records.CurrentSubject = ArithmeticSubject;
-    if (records.CurrentLevel >= 0 && records.CurrentLevel < LevelCount)
-        m_ui->optLevel[records.CurrentLevel]->setChecked(true);
+    if (records.currentSubject < 0 || records.currentSubject > m_session.bank.subjectMax)
+        records.currentSubject = ArithmeticSubject;
+    if (records.currentLevel >= 0 && records.currentLevel < LevelCount)
+        m_ui->optLevel[records.currentLevel]->setChecked(true);
     m_loading = true;
-    m_ui->cmbSubject->setCurrentIndex(records.CurrentSubject);
+    m_ui->cmbSubject->setCurrentIndex(records.currentSubject);
     m_loading = false;
     cmbSubject_Click();
-    m_ui->lblSubject->setText(QString::fromStdString(records.CurrentSubjectName));
+    m_ui->lblSubject->setText(QString::fromStdString(records.currentSubjectName));
     DisplayTotals();
 }
 
@@ -340,7 +340,7 @@ void MainScreen::cmdSelectStudent_Click()
         endProgram();
         return;
     }
-    m_ui->lblStudent->setText(QString::fromStdString(m_session.records.CurrentStudentName));
+    m_ui->lblStudent->setText(QString::fromStdString(m_session.records.currentStudentName));
     showSelections();
     m_ui->Frame1->show();
 }

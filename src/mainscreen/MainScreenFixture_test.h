@@ -63,9 +63,9 @@ protected:
     template <typename Change> void saveTestsWith(Change change)
     {
         TestBank bank;
-        BuildDefaultTests(bank);
+        buildDefaultTests(bank);
         change(bank);
-        ASSERT_FALSE(SaveTests(bank, session.paths.TestsPath));
+        ASSERT_FALSE(saveTests(bank, session.paths.testsPath));
     }
 
     // The program's start: the window comes up and activates for the first time.
@@ -88,17 +88,17 @@ protected:
         subjectsListedWhenStudentsOpened = combo("cmbSubject")->count();
         messagesWhenStudentsOpened = prompt.shown().size();
         StudentRecords &records = session.records;
-        if (records.Students.empty() &&
-            LoadStudents(records, session.bank, session.paths.StudentsPath).status ==
+        if (records.students.empty() &&
+            loadStudents(records, session.bank, session.paths.studentsPath).status ==
                 LoadResult::Status::Missing)
-            records.Students[0].Name = "Ann";
-        for (Student &student : records.Students)
-            student.Current = false;
-        Student &chosen = records.Students.at(static_cast<std::size_t>(nextStudent));
-        chosen.Current = true;
-        records.CurrentStudent = nextStudent;
-        records.CurrentStudentName = TrimName(chosen.Name);
-        records.CurrentLevel = chosen.Level;
+            records.students[0].name = "Ann";
+        for (Student &student : records.students)
+            student.current = false;
+        Student &chosen = records.students.at(static_cast<std::size_t>(nextStudent));
+        chosen.current = true;
+        records.currentStudent = nextStudent;
+        records.currentStudentName = trimName(chosen.name);
+        records.currentLevel = chosen.level;
         return session.saveStudents(nullptr);
     }
 
@@ -106,7 +106,7 @@ protected:
     StudentRecords studentsOnDisk() const
     {
         StudentRecords onDisk;
-        EXPECT_EQ(LoadStudents(onDisk, session.bank, session.paths.StudentsPath).status,
+        EXPECT_EQ(loadStudents(onDisk, session.bank, session.paths.studentsPath).status,
                   LoadResult::Status::Loaded);
         return onDisk;
     }
@@ -114,8 +114,8 @@ protected:
     QString scoresOnDisk(int subject, int level) const
     {
         const SubjectResults results =
-            studentsOnDisk().Students.at(0).Results.at(static_cast<std::size_t>(subject));
-        return QString("%1|%2").arg(results.Last[level]).arg(results.High[level]);
+            studentsOnDisk().students.at(0).results.at(static_cast<std::size_t>(subject));
+        return QString("%1|%2").arg(results.last[level]).arg(results.high[level]);
     }
 
     template <typename W> W *find(const QString &name) const
@@ -188,7 +188,7 @@ protected:
         const long long *entries = empty == box("txtAnswer") ? answer
                                    : empty == box("txtNum1") ? first
                                                              : second;
-        const int op = OperationIndex(text("lblOp").at(0).toLatin1());
+        const int op = operationIndex(text("lblOp").at(0).toLatin1());
         EXPECT_GE(op, 0) << "operation sign " << text("lblOp");
         return op < 0 ? 0 : entries[op];
     }
@@ -211,17 +211,17 @@ protected:
         for (int index = 0; index < 4; ++index)
             onButtons.insert(ShownText(*answerButton(index)).toStdString());
         const std::string asked = ShownText(*label("lblQuestion_Multi")).toStdString();
-        const int subject = session.records.CurrentSubject;
+        const int subject = session.records.currentSubject;
         std::set<std::string> answers;
         for (const auto &level :
-             session.bank.QuestionBank.at(static_cast<std::size_t>(subject)).Items())
+             session.bank.questionBank.at(static_cast<std::size_t>(subject)).items())
             for (const Question &q : level) {
-                const std::string label = subject != SpellingSubject ? q.Text + "?"
-                                          : q.Text.empty()           ? q.Text
-                                                                     : q.Text + ":";
+                const std::string label = subject != SpellingSubject ? q.text + "?"
+                                          : q.text.empty()           ? q.text
+                                                                     : q.text + ":";
                 if (label == asked &&
-                    std::multiset<std::string>{q.Answer, q.Wrong1, q.Wrong2, q.Wrong3} == onButtons)
-                    answers.insert(q.Answer);
+                    std::multiset<std::string>{q.answer, q.wrong1, q.wrong2, q.wrong3} == onButtons)
+                    answers.insert(q.answer);
             }
         ASSERT_EQ(answers.size(), 1u) << "the question on the screen is one stored question";
         for (int index = 0; index < 4; ++index) {

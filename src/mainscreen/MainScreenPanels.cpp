@@ -152,7 +152,7 @@ QFrame *MainScreenPanels::buildStartPanel()
     auto *levelRow = new QHBoxLayout;
     levelRow->setSpacing(4);
     for (int level = 0; level < LevelCount; ++level) {
-        auto *option = new QRadioButton(QString::fromStdString(LevelText(level)));
+        auto *option = new QRadioButton(QString::fromStdString(levelText(level)));
         option->setObjectName(QStringLiteral("optLevel%1").arg(level));
         option->setFont(arial(14, true));
         option->setAccessibleName(QStringLiteral("Level ") + option->text());

@@ -57,9 +57,9 @@ void MainScreen::cmdStartTest_Click()
     m_ui->fraStartTest->hide();
     m_ui->fraLastAnswer->hide();
 
-    if (records.CurrentSubject != ArithmeticSubject) {
+    if (records.currentSubject != ArithmeticSubject) {
         m_ui->lblInstruction_Multi->setText(
-            records.CurrentSubject == SpellingSubject
+            records.currentSubject == SpellingSubject
                 ? QStringLiteral("Select the correct spelling, and press [Enter]:")
                 : QStringLiteral("Select the correct answer, and press [Enter]:"));
         m_ui->fraQuestion_Multi->show();
@@ -67,8 +67,8 @@ void MainScreen::cmdStartTest_Click()
         m_ui->optAnswer[0]->setFocus();
     } else {
         m_ui->fraQuestion_Math->show();
-        m_sequence.StartArithmetic(bank, records.CurrentLevel);
-        if (!bank.ArithSwitch[records.CurrentLevel][SwitchBlanks]) {
+        m_sequence.StartArithmetic(bank, records.currentLevel);
+        if (!bank.arithSwitch[records.currentLevel][SwitchBlanks]) {
             SetDisplayStyle(*m_ui->txtNum1);
             SetDisplayStyle(*m_ui->txtNum2);
             SetEntryStyle(*m_ui->txtAnswer);
@@ -117,13 +117,13 @@ void MainScreen::endTest()
     m_ui->fraQuestion_Multi->hide();
     m_ui->fraStartTest->show();
     m_ui->fraScore->show();
-    if (records.CurrentLevel >= 0 && records.CurrentLevel < LevelCount)
-        m_ui->optLevel[records.CurrentLevel]->setFocus();
+    if (records.currentLevel >= 0 && records.currentLevel < LevelCount)
+        m_ui->optLevel[records.currentLevel]->setFocus();
 
-    if (records.CurrentStudent >= 0 && records.CurrentStudent <= records.StudentMax())
-        records.Students[records.CurrentStudent].Level = static_cast<int16_t>(records.CurrentLevel);
+    if (records.currentStudent >= 0 && records.currentStudent <= records.studentMax())
+        records.students[records.currentStudent].level = static_cast<int16_t>(records.currentLevel);
     const bool timeRanOut = m_timeLeft <= 0;
-    if (RecordScore(records, m_ui->lblScoreTotal->text().toInt())) {
+    if (recordScore(records, m_ui->lblScoreTotal->text().toInt())) {
         SetTextColour(*m_ui->lblTestCompleted, Bgr::Green);
         m_ui->lblTestCompleted->setText(QStringLiteral("***** HIGH SCORE ***** Congratulations!"));
     } else {
@@ -156,9 +156,9 @@ void MainScreen::ChangeQuestion()
 {
     const StudentRecords &records = m_session.records;
     const TestBank &bank = m_session.bank;
-    if (records.CurrentSubject != ArithmeticSubject) {
+    if (records.currentSubject != ArithmeticSubject) {
         m_multipleChoice = m_sequence.NextMultipleChoice(
-            bank, records.CurrentSubject, records.CurrentLevel, m_random, m_answerPositions);
+            bank, records.currentSubject, records.currentLevel, m_random, m_answerPositions);
         m_ui->lblQuestion_Multi->setText(QString::fromStdString(m_multipleChoice.label));
         // Spelling questions above the first levels have no clue to show.
         m_ui->lblQuestion_Multi->setVisible(!m_ui->lblQuestion_Multi->text().isEmpty());
@@ -178,7 +178,7 @@ void MainScreen::ChangeQuestion()
         return;
     }
 
-    m_arithmetic = m_sequence.NextArithmetic(bank, records.CurrentLevel, m_random);
+    m_arithmetic = m_sequence.NextArithmetic(bank, records.currentLevel, m_random);
     m_ui->lblOp->setText(QString(QLatin1Char(m_arithmetic.symbol)));
     m_ui->txtNum1->setText(QString::number(m_arithmetic.Number1));
     m_ui->txtNum2->setText(QString::number(m_arithmetic.Number2));
@@ -317,7 +317,7 @@ void MainScreen::optAnswer_KeyPress(int, int keyAscii)
     if (keyAscii != Enter)
         return;
     showLastAnswer(false);
-    m_ui->lblLastQuestion_Multi[0]->setText(m_session.records.CurrentSubject == SpellingSubject
+    m_ui->lblLastQuestion_Multi[0]->setText(m_session.records.currentSubject == SpellingSubject
                                                 ? QStringLiteral("The correct spelling is:")
                                                 : QStringLiteral("The correct answer is:"));
     m_ui->lblLastQuestion_Multi[1]->setText(QString::fromStdString(m_multipleChoice.rightAnswer));

@@ -15,7 +15,7 @@ using Names = std::vector<std::string>;
 
 TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndIsReadOut)
 {
-    saveTestsWith([](TestBank &bank) { bank.Limits[ArithmeticSubject].Seconds = 5; });
+    saveTestsWith([](TestBank &bank) { bank.limits[ArithmeticSubject].seconds = 5; });
     startUp();
     QTimer *timer = find<QTimer>("Timer1");
     const auto buttonsShowing = [this] {
@@ -23,7 +23,7 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
                         "cmdSelectStudent", "cmdTest", "cmdHelp", "cmdExit"});
     };
     // The Students screen closes on a student at level 3.
-    session.records.Students[0].Level = 3;
+    session.records.students[0].level = 3;
     screen->cmdSelectStudent_Click();
     button("cmdSelectStudent")->setFocus();
     EXPECT_EQ(TabStops(*screen), Names({"cmdSelectStudent", "cmdTest", "cmdHelp", "cmdExit",
@@ -114,7 +114,7 @@ TEST_F(MainScreenTest, WithSwitchingBlanksOnlyTheBlankBoxTakesTheAnswerAndTheFoc
 {
     startUp();
     chooseLevel(5); // all four operations, switching numbers and blanks, no zero
-    ASSERT_TRUE(session.bank.ArithSwitch[5][SwitchBlanks]);
+    ASSERT_TRUE(session.bank.arithSwitch[5][SwitchBlanks]);
     screen->cmdStartTest_Click();
 
     std::set<QLineEdit *> blanks;
@@ -149,12 +149,12 @@ TEST_F(MainScreenTest, LongAnswersAreSetSmallerAndNeverWidenTheWindow)
 {
     const std::string longer = "The river that flows north through Egypt to the sea";
     saveTestsWith([&](TestBank &bank) {
-        AddSubject(bank, "Rivers");
-        bank.QuestionBank.back().Items()[0][0] = {"Which", longer, "Alps", "Sahara", "Gobi"};
+        addSubject(bank, "Rivers");
+        bank.questionBank.back().items()[0][0] = {"Which", longer, "Alps", "Sahara", "Gobi"};
     });
     startUp();
     combo("cmbSubject")->setCurrentIndex(6);
-    Question &question = session.bank.QuestionBank[6].Items()[0][0];
+    Question &question = session.bank.questionBank[6].items()[0][0];
     const int windowWidth = screen->width();
     // Runs a test and gives the point sizes of the four answers.
     const auto answerSizes = [&] {
@@ -179,12 +179,12 @@ TEST_F(MainScreenTest, LongAnswersAreSetSmallerAndNeverWidenTheWindow)
     button("cmdStop")->click();
 
     // Too long for the smallest size: cut off at the right, the window unchanged.
-    question.Wrong3 = longer + ", " + longer + ", " + longer;
+    question.wrong3 = longer + ", " + longer + ", " + longer;
     EXPECT_EQ(answerSizes(), std::set<int>{14});
     std::set<std::string> spoken;
     for (int index = 0; index < 4; ++index)
         spoken.insert(SpokenName(*answerButton(index)));
-    EXPECT_TRUE(spoken.count(question.Wrong3)) << "the text is kept whole";
+    EXPECT_TRUE(spoken.count(question.wrong3)) << "the text is kept whole";
     EXPECT_EQ(screen->width(), windowWidth);
     // Nor may the answer raise the window's least width, which a window manager
     // would widen the window to.

@@ -37,10 +37,10 @@ TEST_F(MainScreenTest, FirstRunMakesTheDataDirectoryAndOpensTheStudentsScreenFir
     screen->Form_Activate(); // only the first activation starts up
     EXPECT_EQ(studentsScreenShown, 1);
     EXPECT_EQ(subjectsListedWhenStudentsOpened, 6) << "the default tests are loaded first";
-    EXPECT_EQ(fileText(session.paths.BlankPagePath), "<HTML></HTML>\n");
+    EXPECT_EQ(fileText(session.paths.blankPagePath), "<HTML></HTML>\n");
     EXPECT_TRUE(prompt.shown().empty());
-    EXPECT_FALSE(fs::exists(session.paths.TestsPath)) << "defaults stay in memory";
-    EXPECT_EQ(studentsOnDisk().Students.at(0).Name, "Ann");
+    EXPECT_FALSE(fs::exists(session.paths.testsPath)) << "defaults stay in memory";
+    EXPECT_EQ(studentsOnDisk().students.at(0).name, "Ann");
 
     EXPECT_EQ(texts({"lblStudent", "lblSubject", "lblLevel", "lblDuration", "lblHighScore",
                      "lblLastScore"}),
@@ -59,7 +59,7 @@ TEST_F(MainScreenTest, ADataDirectoryOrStudentsFileThatCannotBeUsedEndsTheProgra
     writeFile(blocker, "not a directory");
     for (const fs::path &dataDir : {blocker / "data", blocker}) {
         prompt.clear();
-        session.paths = DataPaths::In(dataDir);
+        session.paths = DataPaths::in(dataDir);
         startUp();
         ASSERT_EQ(prompt.shown().size(), 1u) << dataDir;
         EXPECT_EQ(prompt.last()->kind, ScriptedPrompt::Shown::Kind::Stop);
@@ -74,7 +74,7 @@ TEST_F(MainScreenTest, ADataDirectoryOrStudentsFileThatCannotBeUsedEndsTheProgra
 
     // The Students screen reports a roster it cannot read; the file is left alone.
     session.paths = dir.paths();
-    writeFile(session.paths.StudentsPath, "\x05\x06");
+    writeFile(session.paths.studentsPath, "\x05\x06");
     createScreen();
     screen->setOtherScreens({[this] { return ++studentsScreenShown, false; }, [] {}, [] {}});
     screen->show();
@@ -82,24 +82,24 @@ TEST_F(MainScreenTest, ADataDirectoryOrStudentsFileThatCannotBeUsedEndsTheProgra
     EXPECT_EQ(studentsScreenShown, 1);
     EXPECT_TRUE(screen->isEnding());
     EXPECT_FALSE(screen->isVisible());
-    EXPECT_EQ(fileText(session.paths.StudentsPath), "\x05\x06");
+    EXPECT_EQ(fileText(session.paths.studentsPath), "\x05\x06");
 }
 
 TEST_F(MainScreenTest, ADamagedTestsFileIsMovedAsideUnderAFreeNameAndTheDefaultsAreUsed)
 {
-    writeFile(session.paths.TestsPath, "\x01\x02\x03");
+    writeFile(session.paths.testsPath, "\x01\x02\x03");
     writeFile(dir.path() / "Tavrino_Tests.damaged.dat", "an older damaged copy");
     startUp();
 
     const fs::path copy = dir.path() / "Tavrino_Tests.damaged.2.dat";
-    EXPECT_FALSE(fs::exists(session.paths.TestsPath));
+    EXPECT_FALSE(fs::exists(session.paths.testsPath));
     EXPECT_EQ(fileText(copy), "\x01\x02\x03");
     EXPECT_EQ(fileText(dir.path() / "Tavrino_Tests.damaged.dat"), "an older damaged copy");
 
     ASSERT_EQ(prompt.shown().size(), 1u);
     EXPECT_EQ(messagesWhenStudentsOpened, 1u) << "told before the Students screen comes up";
     const QString &message = prompt.last()->text;
-    for (const std::string &part : {session.paths.TestsPath.string(), std::string("damaged"),
+    for (const std::string &part : {session.paths.testsPath.string(), std::string("damaged"),
                                     copy.string(), std::string("default tests")})
         EXPECT_TRUE(message.contains(QString::fromStdString(part))) << message;
     EXPECT_EQ(combo("cmbSubject")->count(), 6);
@@ -109,36 +109,36 @@ TEST_F(MainScreenTest, ADamagedTestsFileIsMovedAsideUnderAFreeNameAndTheDefaults
 TEST_F(MainScreenTest, SubjectAndLevelChoicesFollowTheBankAndTheOtherScreensAndAreSaved)
 {
     saveTestsWith([](TestBank &bank) {
-        bank.Limits[SpellingSubject].Seconds = 45;
-        bank.Limits[SpellingSubject].LastQuestion[7] = -1;
-        bank.ArithOps[6].clear();
+        bank.limits[SpellingSubject].seconds = 45;
+        bank.limits[SpellingSubject].lastQuestion[7] = -1;
+        bank.arithOps[6].clear();
     });
     startUp();
     EXPECT_FALSE(option("optLevel6")->isEnabled()) << "Arithmetic level without operations";
     EXPECT_TRUE(option("optLevel7")->isEnabled());
-    session.records.Students[0].Results[SpellingSubject].Last[3] = 4;
-    session.records.Students[0].Results[SpellingSubject].High[3] = 7;
+    session.records.students[0].results[SpellingSubject].last[3] = 4;
+    session.records.students[0].results[SpellingSubject].high[3] = 7;
 
     combo("cmbSubject")->setCurrentIndex(SpellingSubject);
     EXPECT_EQ(texts({"lblSubject", "lblDuration"}), "Spelling|45 secs");
     EXPECT_FALSE(option("optLevel7")->isEnabled()) << "Spelling level without questions";
     EXPECT_TRUE(option("optLevel6")->isEnabled());
-    EXPECT_EQ(studentsOnDisk().CurrentSubject, SpellingSubject);
+    EXPECT_EQ(studentsOnDisk().currentSubject, SpellingSubject);
     chooseLevel(3);
     EXPECT_EQ(texts({"lblLevel", "lblLastScore", "lblHighScore"}), "3|4|7");
-    EXPECT_EQ(studentsOnDisk().Students[0].Level, 3);
+    EXPECT_EQ(studentsOnDisk().students[0].level, 3);
     chooseLevel(0);
     EXPECT_EQ(texts({"lblLevel", "lblLastScore", "lblHighScore"}), "K|0|0");
-    EXPECT_EQ(studentsOnDisk().Students[0].Level, 0);
+    EXPECT_EQ(studentsOnDisk().students[0].level, 0);
 
     // The main screen follows what the Tests screen changed.
     std::string opened;
     screen->setOtherScreens({[&] { return opened += "Students", closeStudentsScreen(); },
                              [&] {
                                  opened += "Tests ";
-                                 session.bank.Limits[SpellingSubject].Seconds = 90;
-                                 session.bank.Subjects[SpellingSubject].Name = "Words";
-                                 session.bank.Limits[SpellingSubject].LastQuestion[2] = -1;
+                                 session.bank.limits[SpellingSubject].seconds = 90;
+                                 session.bank.subjects[SpellingSubject].name = "Words";
+                                 session.bank.limits[SpellingSubject].lastQuestion[2] = -1;
                              },
                              [&] { opened += "Help "; }});
     button("cmdTest")->click();
@@ -151,8 +151,8 @@ TEST_F(MainScreenTest, SubjectAndLevelChoicesFollowTheBankAndTheOtherScreensAndA
     EXPECT_TRUE(prompt.shown().empty());
 
     // A directory where the Students file belongs cannot be replaced by a file.
-    fs::remove(session.paths.StudentsPath);
-    fs::create_directory(session.paths.StudentsPath);
+    fs::remove(session.paths.studentsPath);
+    fs::create_directory(session.paths.studentsPath);
     chooseLevel(4);
     ASSERT_EQ(prompt.shown().size(), 1u);
     EXPECT_TRUE(prompt.last()->text.contains("Tavrino_Students.dat")) << prompt.last()->text;

@@ -60,17 +60,17 @@ std::optional<std::string> MakeDataDirectory(const fs::path &dataDir)
 std::optional<std::string> PrepareDataDirectory(const DataPaths &paths)
 {
     std::error_code ec;
-    if (!fs::exists(paths.BlankPagePath, ec)) {
-        std::ofstream page(paths.BlankPagePath, std::ios::binary);
+    if (!fs::exists(paths.blankPagePath, ec)) {
+        std::ofstream page(paths.blankPagePath, std::ios::binary);
         page << "<HTML></HTML>\n";
         page.close();
         if (!page) {
-            const std::string cause = probeWritable(paths.DataDir).value_or("the write failed");
-            return unusableDirectory(paths.DataDir, "cannot be written to", cause);
+            const std::string cause = probeWritable(paths.dataDir).value_or("the write failed");
+            return unusableDirectory(paths.dataDir, "cannot be written to", cause);
         }
     }
-    if (const auto cause = probeWritable(paths.DataDir))
-        return unusableDirectory(paths.DataDir, "cannot be written to", *cause);
+    if (const auto cause = probeWritable(paths.dataDir))
+        return unusableDirectory(paths.dataDir, "cannot be written to", *cause);
     return std::nullopt;
 }
 
@@ -85,17 +85,17 @@ fs::path FreeDamagedCopyPath(const fs::path &dataDir)
 
 std::optional<std::string> LoadTestBank(TestBank &bank, const DataPaths &paths)
 {
-    const LoadResult result = LoadTests(bank, paths.TestsPath);
+    const LoadResult result = loadTests(bank, paths.testsPath);
     if (result.ok())
         return std::nullopt;
 
-    BuildDefaultTests(bank);
+    buildDefaultTests(bank);
     std::string message = result.error
                               ? result.error->message()
-                              : "The file " + quoted(paths.TestsPath) + " could not be read.";
-    const fs::path copy = FreeDamagedCopyPath(paths.DataDir);
+                              : "The file " + quoted(paths.testsPath) + " could not be read.";
+    const fs::path copy = FreeDamagedCopyPath(paths.dataDir);
     std::error_code ec;
-    fs::rename(paths.TestsPath, copy, ec);
+    fs::rename(paths.testsPath, copy, ec);
     if (ec)
         message += "\rIt could not be moved aside (" + ec.message() + ") and stays where it is.";
     else

@@ -16,8 +16,8 @@ TEST_F(MainScreenTest, AnswerBoxesTakeAnyTextAndAreJudgedByTheEquationOnTheScree
 {
     // Level K asks the four operations in turn, always with the answer box to fill in.
     saveTestsWith([](TestBank &bank) {
-        bank.ArithOps[0] = "+-x/";
-        bank.ArithSwitch[0] = {false, false};
+        bank.arithOps[0] = "+-x/";
+        bank.arithSwitch[0] = {false, false};
     });
     startUp();
     screen->cmdStartTest_Click();
@@ -59,14 +59,14 @@ TEST_F(MainScreenTest, AMultipleChoiceTestTakesArrowKeysShowsTextsAsTypedAndCanB
     const std::string studentName = "Tom & <b>Jerry</b>";
     const std::multiset<std::string> answers = {"&", "A & B", "<b>bold</b>", "&&"};
     saveTestsWith([&](TestBank &bank) {
-        bank.Subjects[SpellingSubject] = {subjectName, false};
-        bank.Limits[SpellingSubject].LastQuestion[3] = 0;
-        bank.QuestionBank[SpellingSubject].Items()[3][0] = {"Is 3 < 4 & 5 > 2", "&", "A & B",
+        bank.subjects[SpellingSubject] = {subjectName, false};
+        bank.limits[SpellingSubject].lastQuestion[3] = 0;
+        bank.questionBank[SpellingSubject].items()[3][0] = {"Is 3 < 4 & 5 > 2", "&", "A & B",
                                                             "<b>bold</b>", "&&"};
     });
     startUp();
-    session.records.Students[0].Name = studentName;
-    session.records.Students[0].Results[SpellingSubject].High[3] = 5;
+    session.records.students[0].name = studentName;
+    session.records.students[0].results[SpellingSubject].high[3] = 5;
     screen->cmdSelectStudent_Click();
     combo("cmbSubject")->setCurrentIndex(SpellingSubject);
     chooseLevel(3);

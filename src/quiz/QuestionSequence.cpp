@@ -32,7 +32,7 @@ int ReadOperation(const std::string &ops, std::int32_t &position)
         if (position < 1 || position > length) {
             position = 1;
         }
-        const int operation = OperationIndex(ops[static_cast<std::size_t>(position - 1)]);
+        const int operation = operationIndex(ops[static_cast<std::size_t>(position - 1)]);
         ++position;
         if (position > length) {
             position = 1;
@@ -48,7 +48,7 @@ int ReadOperation(const std::string &ops, std::int32_t &position)
 // the level itself or the level above, as long as that one has questions.
 int ChooseLevel(const TestBank &bank, int subject, int level, RandomSource &random)
 {
-    if (!bank.Subjects[static_cast<std::size_t>(subject)].AdjacentLevels) {
+    if (!bank.subjects[static_cast<std::size_t>(subject)].adjacentLevels) {
         return level;
     }
     const int span = (level == 0 || level == LevelCount - 1) ? 2 : 3;
@@ -57,13 +57,13 @@ int ChooseLevel(const TestBank &bank, int subject, int level, RandomSource &rand
         --offset;
     }
     const int chosen = level + offset;
-    const bool empty = bank.Limits[static_cast<std::size_t>(subject)].LastQuestion[chosen] < 0;
+    const bool empty = bank.limits[static_cast<std::size_t>(subject)].lastQuestion[chosen] < 0;
     return empty ? level : chosen;
 }
 
-// Slots 0..LastQuestion are drawn. A level without questions still offers slot 0,
+// Slots 0..lastQuestion are drawn. A level without questions still offers slot 0,
 // whose texts are empty, so a test started there has something to show; slots
-// beyond those the bank holds are never drawn, whatever LastQuestion says.
+// beyond those the bank holds are never drawn, whatever lastQuestion says.
 int QuestionCount(std::int32_t lastQuestion, std::size_t slots)
 {
     const std::int64_t inUse = std::int64_t{std::max(lastQuestion, 0)} + 1;
@@ -85,8 +85,8 @@ std::string QuestionLabel(const std::string &text, int subject)
 void QuestionSequence::StartArithmetic(const TestBank &bank, int level)
 {
     CheckLevel(level);
-    m_switchNumbers = bank.ArithSwitch[level][SwitchNumbers];
-    m_switchBlanks = bank.ArithSwitch[level][SwitchBlanks];
+    m_switchNumbers = bank.arithSwitch[level][SwitchNumbers];
+    m_switchBlanks = bank.arithSwitch[level][SwitchBlanks];
     m_opsPosition = 1;
     m_number1Used = {};
     m_number2Used = {};
@@ -94,10 +94,10 @@ void QuestionSequence::StartArithmetic(const TestBank &bank, int level)
 
 void QuestionSequence::StartMultipleChoice(const TestBank &bank)
 {
-    const auto slots = static_cast<std::size_t>(std::max(bank.QuestionMax, 0) + 1);
+    const auto slots = static_cast<std::size_t>(std::max(bank.questionMax, 0) + 1);
     std::array<std::vector<bool>, LevelCount> levels;
     levels.fill(std::vector<bool>(slots, false));
-    m_questionUsed.assign(bank.QuestionBank.size(), levels);
+    m_questionUsed.assign(bank.questionBank.size(), levels);
 }
 
 std::int32_t QuestionSequence::DrawOperand(OperandFlags &used, int operation, std::int32_t low,
@@ -130,11 +130,11 @@ ArithmeticProblem QuestionSequence::NextArithmetic(const TestBank &bank, int lev
                                                    RandomSource &random)
 {
     CheckLevel(level);
-    const int operation = ReadOperation(bank.ArithOps[level], m_opsPosition);
-    std::int32_t a = DrawOperand(m_number1Used, operation, bank.ArithLow1[level][operation],
-                                 bank.ArithHigh1[level][operation], random);
-    std::int32_t b = DrawOperand(m_number2Used, operation, bank.ArithLow2[level][operation],
-                                 bank.ArithHigh2[level][operation], random);
+    const int operation = ReadOperation(bank.arithOps[level], m_opsPosition);
+    std::int32_t a = DrawOperand(m_number1Used, operation, bank.arithLow1[level][operation],
+                                 bank.arithHigh1[level][operation], random);
+    std::int32_t b = DrawOperand(m_number2Used, operation, bank.arithLow2[level][operation],
+                                 bank.arithHigh2[level][operation], random);
     if (m_switchNumbers) {
         m_numbersSwapped = !m_numbersSwapped;
         if (m_numbersSwapped) {
@@ -202,14 +202,14 @@ MultipleChoiceProblem QuestionSequence::NextMultipleChoice(const TestBank &bank,
 {
     CheckLevel(level);
     const auto s = static_cast<std::size_t>(subject);
-    if (subject < 0 || s >= bank.Subjects.size() || s >= bank.QuestionBank.size() ||
-        s >= bank.Limits.size()) {
+    if (subject < 0 || s >= bank.subjects.size() || s >= bank.questionBank.size() ||
+        s >= bank.limits.size()) {
         throw std::out_of_range("subject " + std::to_string(subject) + " is not in the bank");
     }
 
     const int questionLevel = ChooseLevel(bank, subject, level, random);
-    const LevelSlots &slots = bank.QuestionBank[s].Items()[questionLevel];
-    const int count = QuestionCount(bank.Limits[s].LastQuestion[questionLevel], slots.size());
+    const LevelSlots &slots = bank.questionBank[s].items()[questionLevel];
+    const int count = QuestionCount(bank.limits[s].lastQuestion[questionLevel], slots.size());
     std::vector<bool> &used = QuestionFlags(subject, questionLevel, count);
 
     int q = ScaledDraw(random.Rnd(), count);
@@ -234,10 +234,10 @@ MultipleChoiceProblem QuestionSequence::NextMultipleChoice(const TestBank &bank,
     MultipleChoiceProblem problem;
     problem.level = questionLevel;
     problem.question = q;
-    problem.label = QuestionLabel(question.Text, subject);
-    problem.rightAnswer = question.Answer;
-    const std::array<const std::string *, 4> texts = {&question.Answer, &question.Wrong1,
-                                                      &question.Wrong2, &question.Wrong3};
+    problem.label = QuestionLabel(question.text, subject);
+    problem.rightAnswer = question.answer;
+    const std::array<const std::string *, 4> texts = {&question.answer, &question.wrong1,
+                                                      &question.wrong2, &question.wrong3};
     const auto &row =
         positions[static_cast<std::size_t>(ScaledDraw(random.Rnd(), AnswerPositionRows))];
     for (std::size_t button = 0; button < row.size(); ++button) {

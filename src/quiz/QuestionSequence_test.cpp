@@ -24,8 +24,8 @@ TestBank SmallBank()
 {
     TestBank bank;
     for (const char *name : {"Arithmetic", "Spelling", "Geography"})
-        AddSubject(bank, name);
-    ResizeQuestionSlots(bank, 4);
+        addSubject(bank, name);
+    resizeQuestionSlots(bank, 4);
     return bank;
 }
 
@@ -35,10 +35,10 @@ void SetQuestions(TestBank &bank, int subject, int level, int count)
 {
     for (int slot = 0; slot < count; ++slot) {
         const std::string id = std::to_string(level) + "." + std::to_string(slot);
-        bank.QuestionBank[subject].Items()[level][slot] = {"Q" + id, "A" + id, "B" + id, "C" + id,
+        bank.questionBank[subject].items()[level][slot] = {"Q" + id, "A" + id, "B" + id, "C" + id,
                                                            "D" + id};
     }
-    bank.Limits[subject].LastQuestion[level] = count - 1;
+    bank.limits[subject].lastQuestion[level] = count - 1;
 }
 
 // One value of what was drawn, cut into rounds of the given size.
@@ -73,14 +73,14 @@ TEST(ArithmeticQuestions, OperationsInOrderSwitchesCarryOnAndEachOperandOnceInEv
         {2, '-', 30, 30, 0, 0}, {2, 'x', 33, 40, 12, 3}, {2, '/', 30, 30, 30, 30},
         {4, '+', -5, 40, 2, 6}};
     for (const auto &[level, symbol, low1, high1, low2, high2] : ranges) {
-        const int op = OperationIndex(symbol);
-        std::tie(bank.ArithLow1[level][op], bank.ArithHigh1[level][op], bank.ArithLow2[level][op],
-                 bank.ArithHigh2[level][op]) = std::tie(low1, high1, low2, high2);
+        const int op = operationIndex(symbol);
+        std::tie(bank.arithLow1[level][op], bank.arithHigh1[level][op], bank.arithLow2[level][op],
+                 bank.arithHigh2[level][op]) = std::tie(low1, high1, low2, high2);
     }
-    bank.ArithOps[1] = "+-";
-    bank.ArithSwitch[1] = {true, true};
-    bank.ArithOps[2] = "+-?x/ "; // characters that are no operation are passed over
-    bank.ArithOps[4] = "";       // asks addition
+    bank.arithOps[1] = "+-";
+    bank.arithSwitch[1] = {true, true};
+    bank.arithOps[2] = "+-?x/ "; // characters that are no operation are passed over
+    bank.arithOps[4] = "";       // asks addition
     QuestionSequence sequence;
     RandomSource random(5);
     std::vector<ArithmeticProblem> drawn;
@@ -118,7 +118,7 @@ TEST(ArithmeticQuestions, OperationsInOrderSwitchesCarryOnAndEachOperandOnceInEv
 
     // The default table gives whole answers, never negative, at every level.
     bank = TestBank();
-    BuildDefaultTests(bank);
+    buildDefaultTests(bank);
     for (int level = 0; level < LevelCount; ++level) {
         test(level, 300);
         for (const ArithmeticProblem &p : drawn)
@@ -186,10 +186,10 @@ TEST(MultipleChoiceQuestions, AnswersGoWhereTheRowSaysAndOddOrAdjacentLevelsAreD
               std::make_tuple(0, std::string("?"), std::array<std::string, 4>{}));
     EXPECT_EQ(draw(1, 4).label, "") << "Spelling without a clue";
 
-    // Damaged counts: LastQuestion beyond the slots held, a level without even slot 0.
-    bank.Limits[2].LastQuestion[5] = 1000;
-    bank.QuestionBank[2].Items()[6].clear();
-    bank.Limits[2].LastQuestion[6] = 3;
+    // Damaged counts: lastQuestion beyond the slots held, a level without even slot 0.
+    bank.limits[2].lastQuestion[5] = 1000;
+    bank.questionBank[2].items()[6].clear();
+    bank.limits[2].lastQuestion[6] = 3;
     for (int i = 0; i < 20; ++i) {
         EXPECT_LE(draw(2, 5).question, 4);
         EXPECT_EQ(draw(2, 6).question, 0);
@@ -197,7 +197,7 @@ TEST(MultipleChoiceQuestions, AnswersGoWhereTheRowSaysAndOddOrAdjacentLevelsAreD
 
     // A subject added after the start, then with adjacent levels: one step down
     // or up at most, never to a level without questions.
-    AddSubject(bank, "Added after the start");
+    addSubject(bank, "Added after the start");
     for (int level = 0; level < LevelCount; ++level)
         SetQuestions(bank, 3, level, 3);
     std::vector<MultipleChoiceProblem> drawn;
@@ -205,7 +205,7 @@ TEST(MultipleChoiceQuestions, AnswersGoWhereTheRowSaysAndOddOrAdjacentLevelsAreD
         drawn.push_back(draw(3, 7));
     EXPECT_EQ(Rounds(drawn, &MultipleChoiceProblem::question, 3), std::vector(2, Span(0, 2)));
     EXPECT_THROW(draw(4, 7), std::out_of_range);
-    bank.Subjects[3].AdjacentLevels = true;
+    bank.subjects[3].adjacentLevels = true;
     const auto drawnLevels = [&](int level) {
         std::set<int> levels;
         for (int i = 0; i < 200; ++i)
@@ -216,9 +216,9 @@ TEST(MultipleChoiceQuestions, AnswersGoWhereTheRowSaysAndOddOrAdjacentLevelsAreD
     EXPECT_EQ(drawnLevels(0), (S{0, 1}));
     EXPECT_EQ(drawnLevels(12), (S{11, 12}));
     EXPECT_EQ(drawnLevels(5), (S{4, 5, 6}));
-    bank.Limits[3].LastQuestion[1] = -1;
+    bank.limits[3].lastQuestion[1] = -1;
     EXPECT_EQ(drawnLevels(0), (S{0}));
     EXPECT_EQ(drawnLevels(2), (S{2, 3}));
-    bank.Subjects[3].AdjacentLevels = false;
+    bank.subjects[3].adjacentLevels = false;
     EXPECT_EQ(drawnLevels(5), (S{5}));
 }

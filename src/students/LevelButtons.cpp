@@ -12,7 +12,7 @@ LevelButtons::LevelButtons(QWidget *parent) : QWidget(parent), m_group(new QButt
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
     for (int level = 0; level < LevelCount; ++level) {
-        auto *option = new QRadioButton(QString::fromStdString(LevelText(level)), this);
+        auto *option = new QRadioButton(QString::fromStdString(levelText(level)), this);
         option->setObjectName(QStringLiteral("optLevel%1").arg(level));
         option->setAccessibleName(QStringLiteral("Level ") + option->text());
         m_group->addButton(option, level);
@@ -33,7 +33,7 @@ void LevelButtons::select(int level)
 void LevelButtons::enableFor(const TestBank &bank, int subject)
 {
     for (int level = 0; level < LevelCount; ++level)
-        m_optLevel[level]->setEnabled(LevelHasQuestions(bank, subject, level));
+        m_optLevel[level]->setEnabled(levelHasQuestions(bank, subject, level));
     UpdateTabStop(m_group->buttons());
 
     const int checked = m_group->checkedId();

@@ -25,8 +25,8 @@ void ResultsModel::show(const Selection &selection)
     m_selection = selection;
     m_items = itemCount();
     const int student = selection.student;
-    m_boldColumn = student >= 0 && student < static_cast<int>(m_records.Students.size())
-                       ? FirstLevelColumn + m_records.Students[student].Level
+    m_boldColumn = student >= 0 && student < static_cast<int>(m_records.students.size())
+                       ? FirstLevelColumn + m_records.students[student].level
                        : -1;
     endResetModel();
 }
@@ -46,8 +46,8 @@ int ResultsModel::highlightedItem() const
 
 int ResultsModel::itemCount() const
 {
-    return m_selection.byStudent ? static_cast<int>(m_bank.Subjects.size())
-                                 : static_cast<int>(m_records.Students.size());
+    return m_selection.byStudent ? static_cast<int>(m_bank.subjects.size())
+                                 : static_cast<int>(m_records.students.size());
 }
 
 int ResultsModel::rowCount(const QModelIndex &parent) const
@@ -66,12 +66,12 @@ int ResultsModel::score(int item, bool high, int level) const
     // is a student, read at the current subject.
     const int student = m_selection.byStudent ? m_selection.student : item;
     const int subject = m_selection.byStudent ? item : m_selection.subject;
-    if (student < 0 || student >= static_cast<int>(m_records.Students.size()))
+    if (student < 0 || student >= static_cast<int>(m_records.students.size()))
         return 0;
-    const std::vector<SubjectResults> &results = m_records.Students[student].Results;
+    const std::vector<SubjectResults> &results = m_records.students[student].results;
     if (subject < 0 || subject >= static_cast<int>(results.size()))
         return 0;
-    return high ? results[subject].High[level] : results[subject].Last[level];
+    return high ? results[subject].high[level] : results[subject].last[level];
 }
 
 QString ResultsModel::text(int row, int column) const
@@ -81,17 +81,17 @@ QString ResultsModel::text(int row, int column) const
             return m_selection.byStudent ? QStringLiteral("Subject") : QStringLiteral("Student");
         if (column == LastHighColumn)
             return QString();
-        return QString::fromStdString(LevelText(column - FirstLevelColumn));
+        return QString::fromStdString(levelText(column - FirstLevelColumn));
     }
     const int item = (row - 1) / 2;
     const bool high = row % 2 == 0;
     if (column == NameColumn) {
         if (m_selection.byStudent)
-            return item < static_cast<int>(m_bank.Subjects.size())
-                       ? QString::fromStdString(m_bank.Subjects[item].Name)
+            return item < static_cast<int>(m_bank.subjects.size())
+                       ? QString::fromStdString(m_bank.subjects[item].name)
                        : QString();
-        return item < static_cast<int>(m_records.Students.size())
-                   ? QString::fromStdString(m_records.Students[item].Name)
+        return item < static_cast<int>(m_records.students.size())
+                   ? QString::fromStdString(m_records.students[item].name)
                    : QString();
     }
     if (column == LastHighColumn)

@@ -56,9 +56,9 @@ QFont captionFont(int pointSize, bool bold)
 
 void clearScores(Student &student)
 {
-    for (SubjectResults &results : student.Results) {
-        results.Last.fill(0);
-        results.High.fill(0);
+    for (SubjectResults &results : student.results) {
+        results.last.fill(0);
+        results.high.fill(0);
     }
 }
 
@@ -202,9 +202,9 @@ void ResultsPanel::fill(int student)
     m_grid->setUpdatesEnabled(false);
 
     ResultsModel::Selection selection;
-    selection.byStudent = m_session.records.ShowByStudent;
+    selection.byStudent = m_session.records.showByStudent;
     selection.student = student;
-    selection.subject = m_session.records.CurrentSubject;
+    selection.subject = m_session.records.currentSubject;
     m_model->show(selection);
     InitGrid();
     // Lay the rows out now, not later, so that scrolling sees the new row count;
@@ -246,11 +246,11 @@ void ResultsPanel::SetTopRow()
 void ResultsPanel::showHeading()
 {
     const StudentRecords &records = m_session.records;
-    if (!records.ShowByStudent) {
-        m_lblStudentOrSubject->setText(QString::fromStdString(records.CurrentSubjectName));
-    } else if (m_student >= 0 && m_student < static_cast<int>(records.Students.size())) {
+    if (!records.showByStudent) {
+        m_lblStudentOrSubject->setText(QString::fromStdString(records.currentSubjectName));
+    } else if (m_student >= 0 && m_student < static_cast<int>(records.students.size())) {
         m_lblStudentOrSubject->setText(
-            QString::fromStdString(TrimName(records.Students[m_student].Name)));
+            QString::fromStdString(trimName(records.students[m_student].name)));
     } else {
         m_lblStudentOrSubject->clear();
     }
@@ -258,14 +258,14 @@ void ResultsPanel::showHeading()
 
 void ResultsPanel::optByStudent_Click()
 {
-    m_session.records.ShowByStudent = true;
+    m_session.records.showByStudent = true;
     showHeading();
     emit refreshRequested();
 }
 
 void ResultsPanel::optBySubject_Click()
 {
-    m_session.records.ShowByStudent = false;
+    m_session.records.showByStudent = false;
     showHeading();
     emit refreshRequested();
 }
@@ -276,7 +276,7 @@ void ResultsPanel::cmdResetTotals_Student_Click()
                                   QStringLiteral("Are you sure you want to Reset this Student's "
                                                  "Totals?")))
         return;
-    std::vector<Student> &students = m_session.records.Students;
+    std::vector<Student> &students = m_session.records.students;
     if (m_student < 0 || m_student >= static_cast<int>(students.size()))
         return;
     const WaitCursor wait;
@@ -291,7 +291,7 @@ void ResultsPanel::cmdResetTotals_All_Click()
                                                  "Totals?")))
         return;
     const WaitCursor wait;
-    for (Student &student : m_session.records.Students)
+    for (Student &student : m_session.records.students)
         clearScores(student);
     emit refreshRequested();
 }

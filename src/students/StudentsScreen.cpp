@@ -214,9 +214,9 @@ bool StudentsScreen::Form_Load()
 
     // A file that is there but cannot be read is never replaced by a new roster.
     std::error_code ignored;
-    const bool firstRun = !std::filesystem::exists(m_session.paths.StudentsPath, ignored);
+    const bool firstRun = !std::filesystem::exists(m_session.paths.studentsPath, ignored);
     const LoadResult loaded =
-        LoadStudents(m_session.records, m_session.bank, m_session.paths.StudentsPath);
+        loadStudents(m_session.records, m_session.bank, m_session.paths.studentsPath);
     if (!loaded.ok() && !firstRun) {
         wait.reset();
         const QString problem = loaded.error
@@ -254,17 +254,17 @@ void StudentsScreen::fillControls()
 {
     const BusyScope busy(m_busy);
     const StudentRecords &records = m_session.records;
-    m_results->selectMode(records.ShowByStudent);
+    m_results->selectMode(records.showByStudent);
 
     m_cmbSubject->clear();
-    for (const Subject &subject : m_session.bank.Subjects)
-        m_cmbSubject->addItem(QString::fromStdString(subject.Name));
+    for (const Subject &subject : m_session.bank.subjects)
+        m_cmbSubject->addItem(QString::fromStdString(subject.name));
 
     m_List1->clear();
     int current = -1;
-    for (std::size_t i = 0; i < records.Students.size(); ++i) {
-        m_List1->addItem(QString::fromStdString(TrimName(records.Students[i].Name)));
-        if (records.Students[i].Current)
+    for (std::size_t i = 0; i < records.students.size(); ++i) {
+        m_List1->addItem(QString::fromStdString(trimName(records.students[i].name)));
+        if (records.students[i].current)
             current = static_cast<int>(i);
     }
     // A roster without a current student still opens on a selected line, so
@@ -284,7 +284,7 @@ void StudentsScreen::askFirstName()
 
 void StudentsScreen::selectCurrentSubject()
 {
-    const int subject = m_session.records.CurrentSubject;
+    const int subject = m_session.records.currentSubject;
     if (m_cmbSubject->currentIndex() == subject)
         cmbSubject_Click();
     else
@@ -294,7 +294,7 @@ void StudentsScreen::selectCurrentSubject()
 int StudentsScreen::selectedStudent() const
 {
     const int row = m_List1->currentRow();
-    return row >= 0 && row < static_cast<int>(m_session.records.Students.size()) ? row : -1;
+    return row >= 0 && row < static_cast<int>(m_session.records.students.size()) ? row : -1;
 }
 
 void StudentsScreen::List1_Click()
@@ -303,9 +303,9 @@ void StudentsScreen::List1_Click()
     if (m_busy || student < 0)
         return;
     const BusyScope busy(m_busy);
-    const Student &selected = m_session.records.Students[student];
-    m_txtStudent->setText(QString::fromStdString(TrimName(selected.Name)));
-    m_levels->select(selected.Level);
+    const Student &selected = m_session.records.students[student];
+    m_txtStudent->setText(QString::fromStdString(trimName(selected.name)));
+    m_levels->select(selected.level);
     m_results->fill(student);
     EnableLevelButtons();
 }
@@ -314,7 +314,7 @@ void StudentsScreen::EnableLevelButtons()
 {
     // Only the button moves; the student's stored Level stays as it was.
     const BusyScope busy(m_busy);
-    m_levels->enableFor(m_session.bank, m_session.records.CurrentSubject);
+    m_levels->enableFor(m_session.bank, m_session.records.currentSubject);
 }
 
 void StudentsScreen::List1_KeyDown(int key)
@@ -335,8 +335,8 @@ void StudentsScreen::txtStudent_Change()
     const int student = selectedStudent();
     if (m_busy || student < 0)
         return;
-    const std::string name = TrimName(m_txtStudent->text().toStdString());
-    m_session.records.Students[student].Name = name;
+    const std::string name = trimName(m_txtStudent->text().toStdString());
+    m_session.records.students[student].name = name;
     m_List1->item(student)->setText(QString::fromStdString(name));
     m_results->studentRenamed(student);
 }
@@ -348,7 +348,7 @@ void StudentsScreen::cmdAddStudent_Click()
         const BusyScope busy(m_busy);
         m_txtStudent->clear();
     }
-    m_session.records.Students.push_back(NewStudent(m_session.bank.SubjectMax));
+    m_session.records.students.push_back(newStudent(m_session.bank.subjectMax));
     m_List1->addItem(QString());
     // Selecting the new line runs the selecting step.
     m_List1->setCurrentRow(m_List1->count() - 1);
@@ -369,7 +369,7 @@ void StudentsScreen::cmdDelete_Click()
     {
         const BusyScope busy(m_busy);
         std::unique_ptr<QListWidgetItem> line(m_List1->takeItem(student));
-        std::vector<Student> &students = m_session.records.Students;
+        std::vector<Student> &students = m_session.records.students;
         students.erase(students.begin() + student);
         m_cmdDelete->setEnabled(students.size() > 1);
         m_List1->setCurrentRow(0);
@@ -382,7 +382,7 @@ void StudentsScreen::optLevel_Click(int level)
     const int student = selectedStudent();
     if (m_busy || student < 0 || level < 0 || level >= LevelCount)
         return;
-    m_session.records.Students[student].Level = static_cast<int16_t>(level);
+    m_session.records.students[student].level = static_cast<int16_t>(level);
     List1_Click();
 }
 
@@ -391,8 +391,8 @@ void StudentsScreen::cmbSubject_Click()
     const int subject = m_cmbSubject->currentIndex();
     if (m_busy || subject < 0)
         return;
-    m_session.records.CurrentSubjectName = m_cmbSubject->currentText().toStdString();
-    m_session.records.CurrentSubject = subject;
+    m_session.records.currentSubjectName = m_cmbSubject->currentText().toStdString();
+    m_session.records.currentSubject = subject;
     List1_Click();
 }
 
@@ -421,12 +421,12 @@ void StudentsScreen::Form_QueryUnload()
         return;
     const WaitCursor wait;
     StudentRecords &records = m_session.records;
-    records.CurrentStudent = student;
-    for (Student &each : records.Students)
-        each.Current = false;
-    Student &current = records.Students[student];
-    current.Current = true;
-    records.CurrentStudentName = TrimName(current.Name);
-    records.CurrentLevel = current.Level;
+    records.currentStudent = student;
+    for (Student &each : records.students)
+        each.current = false;
+    Student &current = records.students[student];
+    current.current = true;
+    records.currentStudentName = trimName(current.name);
+    records.currentLevel = current.level;
     m_session.saveStudents(this);
 }

@@ -70,25 +70,25 @@ std::vector<int> yellowRows(const QAbstractItemModel &grid)
 
 class StudentsScreenTest : public ::testing::Test {
 protected:
-    StudentsScreenTest() { BuildDefaultTests(session.bank); }
+    StudentsScreenTest() { buildDefaultTests(session.bank); }
 
     // Writes a roster file of the given names, every score marked with scoreOf().
     void writeRoster(const std::vector<std::string> &names, int current = 0, bool byStudent = true)
     {
         StudentRecords records;
-        records.ShowByStudent = byStudent;
-        records.CurrentSubject = 2; // Geography
+        records.showByStudent = byStudent;
+        records.currentSubject = 2; // Geography
         for (int i = 0; i < static_cast<int>(names.size()); ++i) {
-            Student &student = records.Students.emplace_back(NewStudent(session.bank.SubjectMax));
-            student.Name = names[i];
-            student.Current = i == current;
-            for (int s = 0; s < static_cast<int>(student.Results.size()); ++s)
+            Student &student = records.students.emplace_back(newStudent(session.bank.subjectMax));
+            student.name = names[i];
+            student.current = i == current;
+            for (int s = 0; s < static_cast<int>(student.results.size()); ++s)
                 for (int level = 0; level < LevelCount; ++level) {
-                    student.Results[s].Last[level] = scoreOf(i, s, level, false);
-                    student.Results[s].High[level] = scoreOf(i, s, level, true);
+                    student.results[s].last[level] = scoreOf(i, s, level, false);
+                    student.results[s].high[level] = scoreOf(i, s, level, true);
                 }
         }
-        ASSERT_FALSE(SaveStudents(records, session.paths.StudentsPath).has_value());
+        ASSERT_FALSE(saveStudents(records, session.paths.studentsPath).has_value());
     }
 
     // The help page only counts how often it was opened.
@@ -104,7 +104,7 @@ protected:
     StudentRecords saved() const
     {
         StudentRecords records;
-        EXPECT_EQ(LoadStudents(records, session.bank, session.paths.StudentsPath).status,
+        EXPECT_EQ(loadStudents(records, session.bank, session.paths.studentsPath).status,
                   LoadResult::Status::Loaded);
         return records;
     }
@@ -153,26 +153,26 @@ TEST_F(StudentsScreenTest, FirstRunAndAFileThatCannotBeWrittenOrRead)
     screen->cmdDelete_Click();
     EXPECT_EQ(prompt.shown().size(), 1u);
     child<QPushButton>(*screen, "cmdClose")->click();
-    EXPECT_EQ(saved().Students.at(0).Name, "? Ann & Co");
+    EXPECT_EQ(saved().students.at(0).name, "? Ann & Co");
 
     // A damaged file ends the program and is never overwritten, not even on close.
     prompt.clear();
     const std::string damaged("\xFF\xFF\0\0\0\0\7\0\0\0\3\0A", 13);
-    std::ofstream(session.paths.StudentsPath, std::ios::binary) << damaged;
+    std::ofstream(session.paths.studentsPath, std::ios::binary) << damaged;
     StudentsScreen damagedScreen(session);
     EXPECT_FALSE(damagedScreen.Form_Load());
     ASSERT_EQ(prompt.shown().size(), 1u);
     const QString &text = prompt.last()->text;
     EXPECT_EQ(prompt.last()->kind, Kind::Stop);
-    EXPECT_TRUE(text.contains(QString::fromStdString(session.paths.StudentsPath.string())) &&
+    EXPECT_TRUE(text.contains(QString::fromStdString(session.paths.studentsPath.string())) &&
                 text.contains(QStringLiteral("will now end")));
     damagedScreen.cmdClose_Click();
-    EXPECT_EQ(ReadFileBytes(session.paths.StudentsPath),
+    EXPECT_EQ(ReadFileBytes(session.paths.studentsPath),
               std::vector<unsigned char>(damaged.begin(), damaged.end()));
 
     // A first roster that cannot be saved is reported; the screen still opens.
     prompt.clear();
-    session.paths = DataPaths::In(dir.path() / "no such directory");
+    session.paths = DataPaths::in(dir.path() / "no such directory");
     prompt.answerInput(QStringLiteral("Ann"));
     auto first = openScreen();
     ASSERT_EQ(prompt.shown().size(), 2u);
@@ -182,8 +182,8 @@ TEST_F(StudentsScreenTest, FirstRunAndAFileThatCannotBeWrittenOrRead)
 TEST_F(StudentsScreenTest, RosterEditsLevelsAndClosingKeepResultsAndNamesAsTheFileKeepsThem)
 {
     writeRoster({"A", "B", "C"});
-    session.bank.Limits[1].LastQuestion[11] = session.bank.Limits[1].LastQuestion[12] = -1;
-    session.bank.ArithOps[0].clear();
+    session.bank.limits[1].lastQuestion[11] = session.bank.limits[1].lastQuestion[12] = -1;
+    session.bank.arithOps[0].clear();
     auto screen = openScreen();
     screen->show();
     auto *list = child<QListWidget>(*screen, "List1");
@@ -244,16 +244,16 @@ TEST_F(StudentsScreenTest, RosterEditsLevelsAndClosingKeepResultsAndNamesAsTheFi
 
     // Enter closes and saves the selected student, level and subject as current.
     subject->setCurrentIndex(3);
-    EXPECT_EQ(session.records.CurrentSubjectName, "History");
+    EXPECT_EQ(session.records.currentSubjectName, "History");
     QTest::keyClick(name, Qt::Key_Return);
     EXPECT_FALSE(screen->isVisible());
-    EXPECT_EQ(session.records.CurrentStudentName, "C");
-    EXPECT_EQ(session.records.CurrentLevel, 12);
+    EXPECT_EQ(session.records.currentStudentName, "C");
+    EXPECT_EQ(session.records.currentLevel, 12);
     const StudentRecords records = saved();
-    EXPECT_EQ(records.Students[1].Results[0].Last[0], scoreOf(2, 0, 0, false));
-    EXPECT_TRUE(!records.Students[0].Current && records.Students[1].Current);
-    EXPECT_EQ(records.Students[1].Level, 12);
-    EXPECT_EQ(records.CurrentSubject, 3);
+    EXPECT_EQ(records.students[1].results[0].last[0], scoreOf(2, 0, 0, false));
+    EXPECT_TRUE(!records.students[0].current && records.students[1].current);
+    EXPECT_EQ(records.students[1].level, 12);
+    EXPECT_EQ(records.currentSubject, 3);
 
     // After a restart the screen lists the same names; Esc closes and saves too.
     session.records = StudentRecords{};
@@ -262,7 +262,7 @@ TEST_F(StudentsScreenTest, RosterEditsLevelsAndClosingKeepResultsAndNamesAsTheFi
     list = child<QListWidget>(*reopened, "List1");
     list->setCurrentRow(0);
     QTest::keyClick(list, Qt::Key_Escape);
-    EXPECT_TRUE(saved().Students[0].Current);
+    EXPECT_TRUE(saved().students[0].current);
 }
 
 TEST_F(StudentsScreenTest, GridShowsOneStudentOrOneSubjectAndResetsClearOnlyTheirScores)
@@ -314,19 +314,19 @@ TEST_F(StudentsScreenTest, GridShowsOneStudentOrOneSubjectAndResetsClearOnlyThei
     EXPECT_EQ(lastConfirm(), "Confirm Reset Student's Totals");
     child<QPushButton>(*screen, "cmdResetTotals_All")->click();
     EXPECT_EQ(lastConfirm(), "Confirm Reset ALL Student Totals");
-    EXPECT_EQ(session.records.Students[2].Results[3].High[7], scoreOf(2, 3, 7, true));
+    EXPECT_EQ(session.records.students[2].results[3].high[7], scoreOf(2, 3, 7, true));
     // The selected student's scores go, in the grid too; the others' stay.
     prompt.answerConfirm(true);
     child<QPushButton>(*screen, "cmdResetTotals_Student")->click();
     for (int column = 2; column < ResultsModel::ColumnCount; ++column)
         EXPECT_EQ(cell(grid, 5, column) + cell(grid, 6, column), QStringLiteral("00")) << column;
-    EXPECT_EQ(session.records.Students[0].Results[5].Last[12], scoreOf(0, 5, 12, false));
+    EXPECT_EQ(session.records.students[0].results[5].last[12], scoreOf(0, 5, 12, false));
     prompt.answerConfirm(true);
     child<QPushButton>(*screen, "cmdResetTotals_All")->click();
     const SubjectResults zero{};
-    for (const Student &student : session.records.Students)
-        for (const SubjectResults &results : student.Results)
-            EXPECT_TRUE(results.Last == zero.Last && results.High == zero.High) << student.Name;
+    for (const Student &student : session.records.students)
+        for (const SubjectResults &results : student.results)
+            EXPECT_TRUE(results.last == zero.last && results.high == zero.high) << student.name;
 }
 
 TEST_F(StudentsScreenTest, ALargeClassScrollsOnlyWhenNeededAndRefreshesInOneReset)

@@ -15,7 +15,7 @@ public:
     TempDataDir &operator=(const TempDataDir &) = delete;
 
     const std::filesystem::path &path() const { return m_path; }
-    DataPaths paths() const { return DataPaths::In(m_path); }
+    DataPaths paths() const { return DataPaths::in(m_path); }
 
 private:
     std::filesystem::path m_path;

@@ -21,7 +21,7 @@ int CharactersBefore(const QString &text, int end)
 
 QString FileText(const QString &text)
 {
-    return QString::fromStdString(Cp1252ToUtf8(Utf8ToCp1252(text.toStdString())));
+    return QString::fromStdString(cp1252ToUtf8(utf8ToCp1252(text.toStdString())));
 }
 
 QValidator::State FileTextValidator::validate(QString &input, int &pos) const

@@ -18,10 +18,10 @@ bool reported(const std::optional<FileError> &error, Prompt &prompt, QWidget *pa
 
 bool Session::saveTests(QWidget *parent)
 {
-    return reported(SaveTests(bank, paths.TestsPath), prompt, parent);
+    return reported(::saveTests(bank, paths.testsPath), prompt, parent);
 }
 
 bool Session::saveStudents(QWidget *parent)
 {
-    return reported(SaveStudents(records, paths.StudentsPath), prompt, parent);
+    return reported(::saveStudents(records, paths.studentsPath), prompt, parent);
 }

@@ -19,9 +19,9 @@ TEST(Session, AFailedSaveShowsAStopMessageAndKeepsTheOldFile)
     const TempDataDir dir;
     ScriptedPrompt prompt;
     Session session(dir.paths(), prompt);
-    BuildDefaultTests(session.bank);
-    session.records.Students = {NewStudent(session.bank.SubjectMax)};
-    session.records.Students[0].Current = true;
+    buildDefaultTests(session.bank);
+    session.records.students = {newStudent(session.bank.subjectMax)};
+    session.records.students[0].current = true;
     ASSERT_TRUE(session.saveTests(nullptr));
     ASSERT_TRUE(session.saveStudents(nullptr));
     ASSERT_TRUE(prompt.shown().empty());
@@ -31,18 +31,18 @@ TEST(Session, AFailedSaveShowsAStopMessageAndKeepsTheOldFile)
         std::function<bool()> save;
         SaveFault fault;
     } saves[] = {
-        {dir.paths().TestsPath,
+        {dir.paths().testsPath,
          [&] { return session.saveTests(nullptr); },
          {SaveStep::Write, ENOSPC, 1}},
-        {dir.paths().StudentsPath,
+        {dir.paths().studentsPath,
          [&] { return session.saveStudents(nullptr); },
          {SaveStep::Rename, EACCES, 0}},
     };
     for (const auto &save : saves) {
         SCOPED_TRACE(save.path.string());
         const std::vector<unsigned char> old = ReadFileBytes(save.path);
-        session.bank.Subjects[2].Name = "Changed";
-        session.records.Students.front().Name = "Changed";
+        session.bank.subjects[2].name = "Changed";
+        session.records.students.front().name = "Changed";
         prompt.clear();
         {
             const InjectedSaveFault fault(save.fault);
