@@ -21,7 +21,7 @@ int main(int argc, char *argv[])
     QApplication::setWindowIcon(icon);
 
     DialogPrompt prompt;
-    Session session(DataPaths::in(DataDirForThisProgram()), prompt);
+    Session session(DataPaths::in(dataDirForThisProgram()), prompt);
 
     RandomSource random;
     MainScreen mainScreen(session, random);

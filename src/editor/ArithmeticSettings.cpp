@@ -159,7 +159,7 @@ QGroupBox *ArithmeticSettings::buildOperationFrame(int operation)
     controls.off->setObjectName(Numbered("optOff", operation));
     KeepPlaceWhenHidden(controls.on);
     KeepPlaceWhenHidden(controls.off);
-    TabToCheckedButton({controls.on, controls.off});
+    tabToCheckedButton({controls.on, controls.off});
     connect(controls.on, &QRadioButton::toggled, this, [this, operation](bool checked) {
         if (checked) {
             optOn_Click(operation);

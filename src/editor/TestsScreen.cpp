@@ -48,7 +48,7 @@ std::optional<int32_t> TestLength(const QString &text)
 // A subject name as the file will hold it, cut to the length the list allows.
 std::string SubjectName(const QString &answer)
 {
-    return FileText(answer).left(SubjectNameLength).toStdString();
+    return fileText(answer).left(SubjectNameLength).toStdString();
 }
 
 QPushButton *CommandButton(const QString &caption, const QString &name, QWidget *parent)

@@ -179,16 +179,16 @@ TEST_F(TestsScreenTest, TabVisitsTheScreenTopDownAndTheControlsAreNamed)
     TestsScreen &screen = open(ArithmeticSubject);
     screen.show();
     subjects()->setFocus();
-    EXPECT_EQ(TabStops(screen),
+    EXPECT_EQ(tabStops(screen),
               std::vector<std::string>(
                   {"cmbSubject",       "cmdAddSubject",   "txtDuration", "Grid2",      "cmbLevel2",
                    "cmbSwitchNumbers", "cmbSwitchBlanks", "cmdRevert2",  "optOn0",     "cmbLow1_0",
                    "cmbHigh1_0",       "cmbLow2_0",       "cmbHigh2_0",  "optOff1",    "optOn2",
                    "cmbLow1_2",        "cmbHigh1_2",      "cmbLow2_2",   "cmbHigh2_2", "optOff3",
                    "cmdRevertAll",     "cmdHelp",         "cmdClose"}));
-    EXPECT_EQ(SpokenLabel(*control("cmbLow1_2")), "Number 1 - Low");
+    EXPECT_EQ(spokenLabel(*control("cmbLow1_2")), "Number 1 - Low");
     subjects()->setCurrentIndex(1);
-    EXPECT_EQ(SpokenName(*control("txt3")), "Wrong Answer #1:");
+    EXPECT_EQ(spokenName(*control("txt3")), "Wrong Answer #1:");
 }
 
 } // namespace

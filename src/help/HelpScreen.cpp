@@ -37,7 +37,7 @@ QString PageText(HelpPage page, const DataPaths &paths)
     switch (page) {
     case HelpPage::Main: {
         const QString dataDir = QDir(paths.dataDir).absolutePath();
-        const bool besideProgram = dataDir == QDir(PortableDataDir()).absolutePath();
+        const bool besideProgram = dataDir == QDir(portableDataDir()).absolutePath();
         return MainHelpPage(dataDir, besideProgram);
     }
     case HelpPage::Students:

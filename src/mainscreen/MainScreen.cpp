@@ -213,7 +213,7 @@ void MainScreen::InitQuestions()
     std::optional<std::string> problem;
     {
         const WaitCursor wait;
-        m_answerPositions = MakeAnswerPositionTable();
+        m_answerPositions = makeAnswerPositionTable();
         problem = LoadTestBank(m_session.bank, m_session.paths);
         PopulateSubjectCombo();
     }
@@ -274,7 +274,7 @@ void MainScreen::DisableLevelButtons()
     for (int level = 0; level < LevelCount; ++level)
         m_ui->optLevel[level]->setEnabled(
             levelHasQuestions(m_session.bank, m_session.records.currentSubject, level));
-    UpdateTabStop(m_ui->levelButtons->buttons());
+    updateTabStop(m_ui->levelButtons->buttons());
 }
 
 void MainScreen::DisplayTotals()

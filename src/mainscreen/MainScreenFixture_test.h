@@ -209,8 +209,8 @@ protected:
     {
         std::multiset<std::string> onButtons;
         for (int index = 0; index < 4; ++index)
-            onButtons.insert(ShownText(*answerButton(index)).toStdString());
-        const std::string asked = ShownText(*label("lblQuestion_Multi")).toStdString();
+            onButtons.insert(shownText(*answerButton(index)).toStdString());
+        const std::string asked = shownText(*label("lblQuestion_Multi")).toStdString();
         const int subject = session.records.currentSubject;
         std::set<std::string> answers;
         for (const auto &level :
@@ -226,7 +226,7 @@ protected:
         ASSERT_EQ(answers.size(), 1u) << "the question on the screen is one stored question";
         for (int index = 0; index < 4; ++index) {
             QRadioButton *answer = answerButton(index);
-            if ((ShownText(*answer).toStdString() == *answers.begin()) == right) {
+            if ((shownText(*answer).toStdString() == *answers.begin()) == right) {
                 QTest::mouseClick(answer, Qt::LeftButton);
                 QTest::keyClick(answer, Qt::Key_Return);
                 return;

@@ -25,8 +25,8 @@ using namespace MainScreenParts;
 void SetDisplayStyle(QLineEdit &box)
 {
     QPalette palette = box.palette();
-    palette.setColor(QPalette::Base, BgrColor(Bgr::Black));
-    palette.setColor(QPalette::Text, BgrColor(Bgr::White));
+    palette.setColor(QPalette::Base, bgrColor(Bgr::Black));
+    palette.setColor(QPalette::Text, bgrColor(Bgr::White));
     box.setPalette(palette);
     box.setFrame(false);
     box.setAlignment(Qt::AlignCenter);
@@ -35,8 +35,8 @@ void SetDisplayStyle(QLineEdit &box)
 void SetEntryStyle(QLineEdit &box)
 {
     QPalette palette = box.palette();
-    palette.setColor(QPalette::Base, BgrColor(Bgr::White));
-    palette.setColor(QPalette::Text, BgrColor(Bgr::Black));
+    palette.setColor(QPalette::Base, bgrColor(Bgr::White));
+    palette.setColor(QPalette::Text, bgrColor(Bgr::Black));
     box.setPalette(palette);
     box.setFrame(false);
     box.setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -45,8 +45,8 @@ void SetEntryStyle(QLineEdit &box)
 void SetTextColour(QWidget &widget, int bgr)
 {
     QPalette palette = widget.palette();
-    palette.setColor(QPalette::WindowText, BgrColor(bgr));
-    palette.setColor(QPalette::ButtonText, BgrColor(bgr));
+    palette.setColor(QPalette::WindowText, bgrColor(bgr));
+    palette.setColor(QPalette::ButtonText, bgrColor(bgr));
     widget.setPalette(palette);
 }
 
@@ -93,7 +93,7 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
     tabChain.insert(tabChain.end(), {cmdStartTest, txtNum1, txtNum2, txtAnswer});
     tabChain.insert(tabChain.end(), optAnswer.begin(), optAnswer.end());
     tabChain.push_back(cmdStop);
-    SetTabChain(tabChain);
+    setTabChain(tabChain);
 }
 
 QFrame *MainScreenPanels::buildSplash(QWidget *form)
@@ -160,7 +160,7 @@ QFrame *MainScreenPanels::buildStartPanel()
         levelRow->addWidget(option);
         optLevel[level] = option;
     }
-    TabToCheckedButton(levelButtons->buttons());
+    tabToCheckedButton(levelButtons->buttons());
     levelRow->addStretch();
 
     cmdStartTest = button("cmdStartTest", QStringLiteral("Start Test"), 20);
@@ -229,7 +229,7 @@ QFrame *MainScreenPanels::buildScoreTotals()
     for (const auto &[text, value] : rows) {
         layout->addWidget(caption(text, 14), row, 0, Qt::AlignRight);
         value->setWordWrap(true);
-        NameValueLabel(*value, text.chopped(1));
+        nameValueLabel(*value, text.chopped(1));
         layout->addWidget(value, row, 1);
         ++row;
     }
@@ -259,7 +259,7 @@ QFrame *MainScreenPanels::buildScoreTest()
         layout->addWidget(caption(text, 13), 0, column, Qt::AlignHCenter);
         value->setAlignment(Qt::AlignCenter);
         value->setMinimumWidth(56);
-        NameValueLabel(*value, value == lblTimeLeft ? QStringLiteral("Time left") : text);
+        nameValueLabel(*value, value == lblTimeLeft ? QStringLiteral("Time left") : text);
         layout->addWidget(value, 1, column);
         ++column;
     }

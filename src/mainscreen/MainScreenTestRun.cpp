@@ -63,11 +63,11 @@ void MainScreen::cmdStartTest_Click()
                 ? QStringLiteral("Select the correct spelling, and press [Enter]:")
                 : QStringLiteral("Select the correct answer, and press [Enter]:"));
         m_ui->fraQuestion_Multi->show();
-        m_sequence.StartMultipleChoice(bank);
+        m_sequence.startMultipleChoice(bank);
         m_ui->optAnswer[0]->setFocus();
     } else {
         m_ui->fraQuestion_Math->show();
-        m_sequence.StartArithmetic(bank, records.currentLevel);
+        m_sequence.startArithmetic(bank, records.currentLevel);
         if (!bank.arithSwitch[records.currentLevel][SwitchBlanks]) {
             SetDisplayStyle(*m_ui->txtNum1);
             SetDisplayStyle(*m_ui->txtNum2);
@@ -157,7 +157,7 @@ void MainScreen::ChangeQuestion()
     const StudentRecords &records = m_session.records;
     const TestBank &bank = m_session.bank;
     if (records.currentSubject != ArithmeticSubject) {
-        m_multipleChoice = m_sequence.NextMultipleChoice(
+        m_multipleChoice = m_sequence.nextMultipleChoice(
             bank, records.currentSubject, records.currentLevel, m_random, m_answerPositions);
         m_ui->lblQuestion_Multi->setText(QString::fromStdString(m_multipleChoice.label));
         // Spelling questions above the first levels have no clue to show.
@@ -178,11 +178,11 @@ void MainScreen::ChangeQuestion()
         return;
     }
 
-    m_arithmetic = m_sequence.NextArithmetic(bank, records.currentLevel, m_random);
+    m_arithmetic = m_sequence.nextArithmetic(bank, records.currentLevel, m_random);
     m_ui->lblOp->setText(QString(QLatin1Char(m_arithmetic.symbol)));
-    m_ui->txtNum1->setText(QString::number(m_arithmetic.Number1));
-    m_ui->txtNum2->setText(QString::number(m_arithmetic.Number2));
-    m_ui->txtAnswer->setText(QString::number(m_arithmetic.Answer));
+    m_ui->txtNum1->setText(QString::number(m_arithmetic.number1));
+    m_ui->txtNum2->setText(QString::number(m_arithmetic.number2));
+    m_ui->txtAnswer->setText(QString::number(m_arithmetic.answer));
     if (m_arithmetic.switchBlanks) {
         for (QLineEdit *box : {m_ui->txtNum1, m_ui->txtNum2, m_ui->txtAnswer})
             SetDisplayStyle(*box);
@@ -283,10 +283,10 @@ void MainScreen::CheckAnswer()
 {
     showLastAnswer(true);
     const std::array<QLabel *, 5> &parts = m_ui->lblLastQuestion_Math;
-    parts[0]->setNum(m_arithmetic.Number1);
+    parts[0]->setNum(m_arithmetic.number1);
     parts[1]->setText(m_ui->lblOp->text());
-    parts[2]->setNum(m_arithmetic.Number2);
-    parts[4]->setNum(m_arithmetic.Answer);
+    parts[2]->setNum(m_arithmetic.number2);
+    parts[4]->setNum(m_arithmetic.answer);
     if (m_arithmetic.switchBlanks) {
         const QColor buttonText = palette().color(QPalette::ButtonText);
         for (QLabel *number : {parts[0], parts[2], parts[4]}) {
@@ -298,7 +298,7 @@ void MainScreen::CheckAnswer()
     }
 
     const std::string op = m_ui->lblOp->text().toStdString();
-    const bool right = IsRightArithmetic(
+    const bool right = isRightArithmetic(
         m_ui->txtNum1->text().toStdString(), op.empty() ? '+' : op.front(),
         m_ui->txtNum2->text().toStdString(), m_ui->txtAnswer->text().toStdString());
     countAnswer(right, QStringLiteral("Right:"), QStringLiteral("Wrong:"));

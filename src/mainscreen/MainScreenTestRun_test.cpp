@@ -26,10 +26,10 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
     session.records.students[0].level = 3;
     screen->cmdSelectStudent_Click();
     button("cmdSelectStudent")->setFocus();
-    EXPECT_EQ(TabStops(*screen), Names({"cmdSelectStudent", "cmdTest", "cmdHelp", "cmdExit",
+    EXPECT_EQ(tabStops(*screen), Names({"cmdSelectStudent", "cmdTest", "cmdHelp", "cmdExit",
                                         "cmbSubject", "optLevel3", "cmdStartTest"}))
         << "one stop for the levels: the chosen one";
-    EXPECT_EQ(SpokenName(*label("lblStudent")), "Student: Ann");
+    EXPECT_EQ(spokenName(*label("lblStudent")), "Student: Ann");
 
     // The arrow keys choose the level; Enter on it starts the test, as Start Test does.
     option("optLevel3")->setFocus();
@@ -42,8 +42,8 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
     EXPECT_EQ(timer->interval(), 1000);
     EXPECT_EQ(buttonsShowing(), "fraQuestion_Math|cmdStop");
     EXPECT_EQ(screen->focusWidget(), box("txtAnswer")) << "level K asks for the answer";
-    EXPECT_EQ(TabStops(*screen), Names({"txtAnswer", "cmdStop"}));
-    EXPECT_EQ(SpokenDescription(*box("txtAnswer")),
+    EXPECT_EQ(tabStops(*screen), Names({"txtAnswer", "cmdStop"}));
+    EXPECT_EQ(spokenDescription(*box("txtAnswer")),
               QString("%1 plus %2 equals blank")
                   .arg(box("txtNum1")->text(), box("txtNum2")->text())
                   .toStdString());
@@ -55,22 +55,22 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
         box("txtNum1")->text() + "+" + box("txtNum2")->text() + "=" + QString::number(rightEntry());
     typeAnswer(true);
     EXPECT_EQ(text("lblRightWrong"), "Right:");
-    EXPECT_EQ(textColour(label("lblRightWrong")), BgrColor(Bgr::Blue));
+    EXPECT_EQ(textColour(label("lblRightWrong")), bgrColor(Bgr::Blue));
     EXPECT_EQ(text("lblLastQuestion_Math0") + text("lblLastQuestion_Math1") +
                   text("lblLastQuestion_Math2") + "=" + text("lblLastQuestion_Math4"),
               asked);
     EXPECT_TRUE(box("txtAnswer")->text().isEmpty()) << "the next question is up";
     typeAnswer(false);
     EXPECT_EQ(text("lblRightWrong"), "Wrong:");
-    EXPECT_EQ(textColour(label("lblRightWrong")), BgrColor(Bgr::Red));
+    EXPECT_EQ(textColour(label("lblRightWrong")), bgrColor(Bgr::Red));
     typeAnswer(true);
     typeAnswer(true);
-    EXPECT_EQ(SpokenName(*label("lblScoreRight")) + "|" + SpokenName(*label("lblScoreWrong")) +
-                  "|" + SpokenName(*label("lblScoreTotal")),
+    EXPECT_EQ(spokenName(*label("lblScoreRight")) + "|" + spokenName(*label("lblScoreWrong")) +
+                  "|" + spokenName(*label("lblScoreTotal")),
               "Right: 3|Wrong: 1|Score: 2");
 
     tick(4);
-    EXPECT_EQ(SpokenName(*label("lblTimeLeft")), "Time left: 1");
+    EXPECT_EQ(spokenName(*label("lblTimeLeft")), "Time left: 1");
     EXPECT_TRUE(shown("fraQuestion_Math"));
     tick(1);
     EXPECT_EQ(text("lblTimeLeft"), "0");
@@ -78,7 +78,7 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
         << "Start Test is held back while a key may still be down";
     EXPECT_EQ(text("lblTestCompleted"), "***** HIGH SCORE ***** Congratulations!");
     EXPECT_EQ(texts({"lblLastScore", "lblHighScore"}), "2|2");
-    EXPECT_EQ(SpokenName(*label("lblLastScore")), "Last Score: 2");
+    EXPECT_EQ(spokenName(*label("lblLastScore")), "Last Score: 2");
     EXPECT_EQ(timer->interval(), 2000);
     ASSERT_EQ(screen->focusWidget(), option("optLevel0"));
     QTest::keyClick(option("optLevel0"), Qt::Key_Return);
@@ -96,7 +96,7 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
     typeAnswer(true);
     tick(5);
     EXPECT_EQ(text("lblTestCompleted"), "Test Completed");
-    EXPECT_EQ(textColour(label("lblTestCompleted")), BgrColor(Bgr::Blue));
+    EXPECT_EQ(textColour(label("lblTestCompleted")), bgrColor(Bgr::Blue));
     EXPECT_EQ(scoresOnDisk(ArithmeticSubject, 0), "2|2");
     tick(1);
     screen->cmdStartTest_Click();
@@ -106,7 +106,7 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
     EXPECT_TRUE(shown("cmdStartTest")) << "no pause after Stop";
     EXPECT_EQ(screen->focusWidget(), option("optLevel0"));
     EXPECT_EQ(text("lblTestCompleted"), "***** HIGH SCORE ***** Congratulations!");
-    EXPECT_EQ(textColour(label("lblTestCompleted")), BgrColor(Bgr::Green));
+    EXPECT_EQ(textColour(label("lblTestCompleted")), bgrColor(Bgr::Green));
     EXPECT_EQ(scoresOnDisk(ArithmeticSubject, 0), "3|3");
 }
 
@@ -123,11 +123,11 @@ TEST_F(MainScreenTest, WithSwitchingBlanksOnlyTheBlankBoxTakesTheAnswerAndTheFoc
         ASSERT_NE(entry, nullptr);
         blanks.insert(entry);
         EXPECT_EQ(screen->focusWidget(), entry);
-        EXPECT_EQ(TabStops(*screen), Names({entry->objectName().toStdString(), "cmdStop"}));
+        EXPECT_EQ(tabStops(*screen), Names({entry->objectName().toStdString(), "cmdStop"}));
         for (const char *name : {"txtNum1", "txtNum2", "txtAnswer"}) {
             QLineEdit *other = box(name);
             EXPECT_EQ(other->palette().color(QPalette::Base),
-                      BgrColor(other == entry ? Bgr::White : Bgr::Black));
+                      bgrColor(other == entry ? Bgr::White : Bgr::Black));
             if (other != entry) {
                 other->setFocus(Qt::MouseFocusReason);
                 EXPECT_EQ(QApplication::focusWidget(), entry) << name << " passes the focus on";
@@ -138,7 +138,7 @@ TEST_F(MainScreenTest, WithSwitchingBlanksOnlyTheBlankBoxTakesTheAnswerAndTheFoc
         EXPECT_EQ(text("lblRightWrong"), "Right:");
         for (int part : {0, 2, 4})
             EXPECT_EQ(textColour(label(QString("lblLastQuestion_Math%1").arg(part))) ==
-                          BgrColor(Bgr::Blue),
+                          bgrColor(Bgr::Blue),
                       part == blankPart)
                 << "question " << question << " label " << part;
     }
@@ -173,7 +173,7 @@ TEST_F(MainScreenTest, LongAnswersAreSetSmallerAndNeverWidenTheWindow)
     EXPECT_GE(*sizes.begin(), 14);
     for (int index = 0; index < 4; ++index)
         EXPECT_GE(answerButton(index)->width(), answerButton(index)->sizeHint().width())
-            << ShownText(*answerButton(index)) << " is shown whole";
+            << shownText(*answerButton(index)) << " is shown whole";
     EXPECT_EQ(screen->width(), windowWidth);
     const int leastWidth = screen->minimumSizeHint().width();
     button("cmdStop")->click();
@@ -183,7 +183,7 @@ TEST_F(MainScreenTest, LongAnswersAreSetSmallerAndNeverWidenTheWindow)
     EXPECT_EQ(answerSizes(), std::set<int>{14});
     std::set<std::string> spoken;
     for (int index = 0; index < 4; ++index)
-        spoken.insert(SpokenName(*answerButton(index)));
+        spoken.insert(spokenName(*answerButton(index)));
     EXPECT_TRUE(spoken.count(question.wrong3)) << "the text is kept whole";
     EXPECT_EQ(screen->width(), windowWidth);
     // Nor may the answer raise the window's least width, which a window manager

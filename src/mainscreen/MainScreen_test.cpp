@@ -19,7 +19,7 @@ void writeFile(const fs::path &path, const std::string &bytes)
 
 std::string fileText(const fs::path &path)
 {
-    const std::vector<unsigned char> bytes = ReadFileBytes(path);
+    const std::vector<unsigned char> bytes = readFileBytes(path);
     return std::string(bytes.begin(), bytes.end());
 }
 

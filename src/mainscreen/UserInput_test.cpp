@@ -70,19 +70,19 @@ TEST_F(MainScreenTest, AMultipleChoiceTestTakesArrowKeysShowsTextsAsTypedAndCanB
     screen->cmdSelectStudent_Click();
     combo("cmbSubject")->setCurrentIndex(SpellingSubject);
     chooseLevel(3);
-    EXPECT_EQ(ShownText(*label("lblStudent")).toStdString(), studentName);
+    EXPECT_EQ(shownText(*label("lblStudent")).toStdString(), studentName);
     EXPECT_EQ(combo("cmbSubject")->currentText().toStdString(), subjectName);
-    EXPECT_EQ(ShownText(*label("lblSubject")).toStdString(), subjectName);
+    EXPECT_EQ(shownText(*label("lblSubject")).toStdString(), subjectName);
 
     QTest::keyClick(button("cmdStartTest"), Qt::Key_Return);
     EXPECT_EQ(showing({"fraQuestion_Multi", "fraQuestion_Math"}), "fraQuestion_Multi");
     EXPECT_EQ(text("lblInstruction_Multi"), "Select the correct spelling, and press [Enter]:");
-    EXPECT_EQ(ShownText(*label("lblQuestion_Multi")), "Is 3 < 4 & 5 > 2:");
+    EXPECT_EQ(shownText(*label("lblQuestion_Multi")), "Is 3 < 4 & 5 > 2:");
     std::multiset<std::string> onButtons, spoken;
     for (int index = 0; index < 4; ++index) {
-        onButtons.insert(ShownText(*answerButton(index)).toStdString());
-        spoken.insert(SpokenName(*answerButton(index)));
-        EXPECT_EQ(SpokenDescription(*answerButton(index)), "Is 3 < 4 & 5 > 2:");
+        onButtons.insert(shownText(*answerButton(index)).toStdString());
+        spoken.insert(spokenName(*answerButton(index)));
+        EXPECT_EQ(spokenDescription(*answerButton(index)), "Is 3 < 4 & 5 > 2:");
     }
     EXPECT_EQ(onButtons, answers);
     EXPECT_EQ(spoken, answers);
@@ -94,13 +94,13 @@ TEST_F(MainScreenTest, AMultipleChoiceTestTakesArrowKeysShowsTextsAsTypedAndCanB
     EXPECT_TRUE(answerButton(1)->isChecked());
     for (int index = 0; index < 4; ++index)
         EXPECT_EQ(textColour(answerButton(index)),
-                  BgrColor(index == 1 ? Bgr::BrightGreen : Bgr::White))
+                  bgrColor(index == 1 ? Bgr::BrightGreen : Bgr::White))
             << index;
-    const bool chosenRight = ShownText(*answerButton(1)) == "&";
+    const bool chosenRight = shownText(*answerButton(1)) == "&";
     QTest::keyClick(answerButton(1), Qt::Key_Return);
     EXPECT_EQ(text("lblRightWrong"), chosenRight ? "Right." : "Wrong.");
     EXPECT_EQ(text("lblLastQuestion_Multi0"), "The correct spelling is:");
-    EXPECT_EQ(ShownText(*label("lblLastQuestion_Multi1")), "&");
+    EXPECT_EQ(shownText(*label("lblLastQuestion_Multi1")), "&");
     EXPECT_FALSE(shown("lblLastQuestion_Math0"));
     choose(false);
     EXPECT_EQ(text("lblRightWrong"), "Wrong.");

@@ -7,12 +7,12 @@
 namespace {
 
 // Blanks are skipped wherever they occur in a number, so "1 2" reads as 12.
-bool IsBlank(char c)
+bool isBlank(char c)
 {
     return c == ' ' || c == '\t' || c == '\n';
 }
 
-bool IsDigit(char c)
+bool isDigit(char c)
 {
     return c >= '0' && c <= '9';
 }
@@ -25,25 +25,25 @@ class NumberScanner {
 public:
     explicit NumberScanner(std::string_view text) : m_text(text) {}
 
-    double Value()
+    double value()
     {
         std::string digits;
-        if (Peek() == '+' || Peek() == '-') {
-            digits += Take();
+        if (peek() == '+' || peek() == '-') {
+            digits += take();
         }
         long long exponent = 0;
         bool anyDigit = false;
         bool seenPoint = false;
         for (;;) {
-            const char c = Peek();
-            if (IsDigit(c)) {
-                digits += Take();
+            const char c = peek();
+            if (isDigit(c)) {
+                digits += take();
                 anyDigit = true;
                 if (seenPoint) {
                     --exponent;
                 }
             } else if (c == '.' && !seenPoint) {
-                Take();
+                take();
                 seenPoint = true;
             } else {
                 break;
@@ -52,40 +52,40 @@ public:
         if (!anyDigit) {
             return 0.0;
         }
-        exponent += ExponentPart();
+        exponent += exponentPart();
         digits += 'e' + std::to_string(exponent);
         return std::strtod(digits.c_str(), nullptr);
     }
 
 private:
-    char Peek()
+    char peek()
     {
-        while (m_pos < m_text.size() && IsBlank(m_text[m_pos])) {
+        while (m_pos < m_text.size() && isBlank(m_text[m_pos])) {
             ++m_pos;
         }
         return m_pos < m_text.size() ? m_text[m_pos] : '\0';
     }
 
-    char Take() { return m_text[m_pos++]; }
+    char take() { return m_text[m_pos++]; }
 
     // "E" or "D" (either case), an optional sign and digits; 0 when no digit follows.
-    long long ExponentPart()
+    long long exponentPart()
     {
-        const char marker = Peek();
+        const char marker = peek();
         if (marker != 'E' && marker != 'e' && marker != 'D' && marker != 'd') {
             return 0;
         }
-        Take();
+        take();
         bool negative = false;
-        if (Peek() == '+' || Peek() == '-') {
-            negative = Take() == '-';
+        if (peek() == '+' || peek() == '-') {
+            negative = take() == '-';
         }
         // Capped far beyond any double's range, so a long run of digits cannot overflow
         // while strtod still sees an exponent that gives infinity or zero.
         constexpr long long cap = 1'000'000;
         long long value = 0;
-        while (IsDigit(Peek())) {
-            value = std::min(value * 10 + (Take() - '0'), cap);
+        while (isDigit(peek())) {
+            value = std::min(value * 10 + (take() - '0'), cap);
         }
         return negative ? -value : value;
     }
@@ -96,16 +96,16 @@ private:
 
 } // namespace
 
-double LeadingNumber(std::string_view text)
+double leadingNumber(std::string_view text)
 {
-    return NumberScanner(text).Value();
+    return NumberScanner(text).value();
 }
 
-bool IsRightArithmetic(std::string_view number1, char symbol, std::string_view number2,
+bool isRightArithmetic(std::string_view number1, char symbol, std::string_view number2,
                        std::string_view answer)
 {
-    const double left = LeadingNumber(number1);
-    const double right = LeadingNumber(number2);
+    const double left = leadingNumber(number1);
+    const double right = leadingNumber(number2);
     double result = 0.0;
     switch (symbol) {
     case '+':
@@ -127,5 +127,5 @@ bool IsRightArithmetic(std::string_view number1, char symbol, std::string_view n
     default:
         return false;
     }
-    return result == LeadingNumber(answer);
+    return result == leadingNumber(answer);
 }

@@ -6,8 +6,8 @@
 
 // The value of the leading number of a text (blanks skipped, a sign, digits, a
 // decimal point and an exponent allowed); 0 when the text starts with no number.
-double LeadingNumber(std::string_view text);
+double leadingNumber(std::string_view text);
 
 // Whether number1 <symbol> number2 equals answer exactly. A division by zero is wrong.
-bool IsRightArithmetic(std::string_view number1, char symbol, std::string_view number2,
+bool isRightArithmetic(std::string_view number1, char symbol, std::string_view number2,
                        std::string_view answer);

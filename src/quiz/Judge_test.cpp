@@ -16,10 +16,10 @@ TEST(LeadingNumber, ReadsTheNumberAtTheStartOfTheText)
         {"1e", 1},     {"7x", 7},   {"e5", 0},     {"0012", 12}, {"1,5", 1},        {"4\r", 4},
     };
     for (const auto &[text, expected] : cases) {
-        EXPECT_DOUBLE_EQ(LeadingNumber(text), expected) << '"' << text << '"';
+        EXPECT_DOUBLE_EQ(leadingNumber(text), expected) << '"' << text << '"';
     }
-    EXPECT_TRUE(std::isinf(LeadingNumber("1e999999999999")));
-    EXPECT_EQ(LeadingNumber("1e-999999999999"), 0.0);
+    EXPECT_TRUE(std::isinf(leadingNumber("1e999999999999")));
+    EXPECT_EQ(leadingNumber("1e-999999999999"), 0.0);
 }
 
 TEST(LeadingNumber, ReadsAPointWhateverTheUsersLocale)
@@ -27,7 +27,7 @@ TEST(LeadingNumber, ReadsAPointWhateverTheUsersLocale)
     const std::string previous = std::setlocale(LC_NUMERIC, nullptr);
     if (!std::setlocale(LC_NUMERIC, "de_DE.UTF-8") && !std::setlocale(LC_NUMERIC, "fr_FR.UTF-8"))
         GTEST_SKIP() << "no locale with a decimal comma is installed";
-    const double values[] = {LeadingNumber("2.5"), LeadingNumber("2,5")};
+    const double values[] = {leadingNumber("2.5"), leadingNumber("2,5")};
     std::setlocale(LC_NUMERIC, previous.c_str());
     EXPECT_EQ(values[0], 2.5);
     EXPECT_EQ(values[1], 2.0);
@@ -61,6 +61,6 @@ TEST(IsRightArithmetic, AnyEntryThatMakesTheEquationTrueIsRightAndDividingByZero
         {big, '/', big, "1", true},
     };
     for (const auto &c : cases)
-        EXPECT_EQ(IsRightArithmetic(c.number1, c.op, c.number2, c.answer), c.right)
+        EXPECT_EQ(isRightArithmetic(c.number1, c.op, c.number2, c.answer), c.right)
             << c.number1 << ' ' << c.op << ' ' << c.number2 << " = " << c.answer;
 }

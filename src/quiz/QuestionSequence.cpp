@@ -7,25 +7,25 @@
 
 namespace {
 
-void CheckLevel(int level)
+void checkLevel(int level)
 {
     if (level < 0 || level >= LevelCount) {
         throw std::out_of_range("level " + std::to_string(level) + " is outside 0..12");
     }
 }
 
-// Int(Rnd x count), worked out in double and kept below count, so that no
-// rounding of a draw just under 1 can give count itself.
-int ScaledDraw(float rnd, int count)
+// The fraction drawn times count, rounded down: worked out in double and kept
+// below count, so that no rounding of a draw just under 1 can give count itself.
+int scaledDraw(float fraction, int count)
 {
-    const int index = static_cast<int>(static_cast<double>(rnd) * count);
+    const int index = static_cast<int>(static_cast<double>(fraction) * count);
     return std::min(index, count - 1);
 }
 
 // The next operation of the level's text, read cyclically from the 1-based
 // position. A character that is not an operation symbol (only a damaged file
 // holds one) is passed over; a text without any symbol asks addition.
-int ReadOperation(const std::string &ops, std::int32_t &position)
+int readOperation(const std::string &ops, std::int32_t &position)
 {
     const auto length = static_cast<std::int32_t>(ops.size());
     for (std::int32_t tries = 0; tries < length; ++tries) {
@@ -46,13 +46,13 @@ int ReadOperation(const std::string &ops, std::int32_t &position)
 
 // The level the question comes from: with adjacent levels on, the level below,
 // the level itself or the level above, as long as that one has questions.
-int ChooseLevel(const TestBank &bank, int subject, int level, RandomSource &random)
+int chooseLevel(const TestBank &bank, int subject, int level, RandomSource &random)
 {
     if (!bank.subjects[static_cast<std::size_t>(subject)].adjacentLevels) {
         return level;
     }
     const int span = (level == 0 || level == LevelCount - 1) ? 2 : 3;
-    int offset = ScaledDraw(random.Rnd(), span);
+    int offset = scaledDraw(random.fraction(), span);
     if (level > 0) {
         --offset;
     }
@@ -64,14 +64,14 @@ int ChooseLevel(const TestBank &bank, int subject, int level, RandomSource &rand
 // Slots 0..lastQuestion are drawn. A level without questions still offers slot 0,
 // whose texts are empty, so a test started there has something to show; slots
 // beyond those the bank holds are never drawn, whatever lastQuestion says.
-int QuestionCount(std::int32_t lastQuestion, std::size_t slots)
+int questionCount(std::int32_t lastQuestion, std::size_t slots)
 {
     const std::int64_t inUse = std::int64_t{std::max(lastQuestion, 0)} + 1;
     const std::int64_t held = std::max<std::int64_t>(static_cast<std::int64_t>(slots), 1);
     return static_cast<int>(std::min(inUse, held));
 }
 
-std::string QuestionLabel(const std::string &text, int subject)
+std::string questionLabel(const std::string &text, int subject)
 {
     // Spelling shows a clue, or nothing at all when the four spellings speak for themselves.
     if (subject == SpellingSubject) {
@@ -82,9 +82,9 @@ std::string QuestionLabel(const std::string &text, int subject)
 
 } // namespace
 
-void QuestionSequence::StartArithmetic(const TestBank &bank, int level)
+void QuestionSequence::startArithmetic(const TestBank &bank, int level)
 {
-    CheckLevel(level);
+    checkLevel(level);
     m_switchNumbers = bank.arithSwitch[level][SwitchNumbers];
     m_switchBlanks = bank.arithSwitch[level][SwitchBlanks];
     m_opsPosition = 1;
@@ -92,7 +92,7 @@ void QuestionSequence::StartArithmetic(const TestBank &bank, int level)
     m_number2Used = {};
 }
 
-void QuestionSequence::StartMultipleChoice(const TestBank &bank)
+void QuestionSequence::startMultipleChoice(const TestBank &bank)
 {
     const auto slots = static_cast<std::size_t>(std::max(bank.questionMax, 0) + 1);
     std::array<std::vector<bool>, LevelCount> levels;
@@ -100,7 +100,7 @@ void QuestionSequence::StartMultipleChoice(const TestBank &bank)
     m_questionUsed.assign(bank.questionBank.size(), levels);
 }
 
-std::int32_t QuestionSequence::DrawOperand(OperandFlags &used, int operation, std::int32_t low,
+std::int32_t QuestionSequence::drawOperand(OperandFlags &used, int operation, std::int32_t low,
                                            std::int32_t high, RandomSource &random)
 {
     // The flags cover 0..30 only, so a range from a damaged file is clamped into
@@ -118,7 +118,7 @@ std::int32_t QuestionSequence::DrawOperand(OperandFlags &used, int operation, st
             used[value][operation] = false;
         }
     }
-    std::int32_t value = random.GetRandom(low, high);
+    std::int32_t value = random.between(low, high);
     while (used[value][operation]) {
         value = value == high ? low : value + 1;
     }
@@ -126,14 +126,14 @@ std::int32_t QuestionSequence::DrawOperand(OperandFlags &used, int operation, st
     return value;
 }
 
-ArithmeticProblem QuestionSequence::NextArithmetic(const TestBank &bank, int level,
+ArithmeticProblem QuestionSequence::nextArithmetic(const TestBank &bank, int level,
                                                    RandomSource &random)
 {
-    CheckLevel(level);
-    const int operation = ReadOperation(bank.arithOps[level], m_opsPosition);
-    std::int32_t a = DrawOperand(m_number1Used, operation, bank.arithLow1[level][operation],
+    checkLevel(level);
+    const int operation = readOperation(bank.arithOps[level], m_opsPosition);
+    std::int32_t a = drawOperand(m_number1Used, operation, bank.arithLow1[level][operation],
                                  bank.arithHigh1[level][operation], random);
-    std::int32_t b = DrawOperand(m_number2Used, operation, bank.arithLow2[level][operation],
+    std::int32_t b = drawOperand(m_number2Used, operation, bank.arithLow2[level][operation],
                                  bank.arithHigh2[level][operation], random);
     if (m_switchNumbers) {
         m_numbersSwapped = !m_numbersSwapped;
@@ -149,24 +149,24 @@ ArithmeticProblem QuestionSequence::NextArithmetic(const TestBank &bank, int lev
     // multiplication, so every answer is whole and never negative.
     switch (operation) {
     case 0:
-        problem.Number1 = a;
-        problem.Number2 = b;
-        problem.Answer = a + b;
+        problem.number1 = a;
+        problem.number2 = b;
+        problem.answer = a + b;
         break;
     case 1:
-        problem.Number1 = a + b;
-        problem.Number2 = a;
-        problem.Answer = b;
+        problem.number1 = a + b;
+        problem.number2 = a;
+        problem.answer = b;
         break;
     case 2:
-        problem.Number1 = a;
-        problem.Number2 = b;
-        problem.Answer = a * b;
+        problem.number1 = a;
+        problem.number2 = b;
+        problem.answer = a * b;
         break;
     default:
-        problem.Number1 = a * b;
-        problem.Number2 = a;
-        problem.Answer = b;
+        problem.number1 = a * b;
+        problem.number2 = a;
+        problem.answer = b;
         break;
     }
 
@@ -181,7 +181,7 @@ ArithmeticProblem QuestionSequence::NextArithmetic(const TestBank &bank, int lev
     return problem;
 }
 
-std::vector<bool> &QuestionSequence::QuestionFlags(int subject, int level, int count)
+std::vector<bool> &QuestionSequence::questionFlags(int subject, int level, int count)
 {
     // A subject added after the flags were made, or a draw without a start, gets
     // its flags here instead of indexing past the table.
@@ -196,23 +196,23 @@ std::vector<bool> &QuestionSequence::QuestionFlags(int subject, int level, int c
     return used;
 }
 
-MultipleChoiceProblem QuestionSequence::NextMultipleChoice(const TestBank &bank, int subject,
+MultipleChoiceProblem QuestionSequence::nextMultipleChoice(const TestBank &bank, int subject,
                                                            int level, RandomSource &random,
                                                            const AnswerPositionTable &positions)
 {
-    CheckLevel(level);
+    checkLevel(level);
     const auto s = static_cast<std::size_t>(subject);
     if (subject < 0 || s >= bank.subjects.size() || s >= bank.questionBank.size() ||
         s >= bank.limits.size()) {
         throw std::out_of_range("subject " + std::to_string(subject) + " is not in the bank");
     }
 
-    const int questionLevel = ChooseLevel(bank, subject, level, random);
+    const int questionLevel = chooseLevel(bank, subject, level, random);
     const LevelSlots &slots = bank.questionBank[s].items()[questionLevel];
-    const int count = QuestionCount(bank.limits[s].lastQuestion[questionLevel], slots.size());
-    std::vector<bool> &used = QuestionFlags(subject, questionLevel, count);
+    const int count = questionCount(bank.limits[s].lastQuestion[questionLevel], slots.size());
+    std::vector<bool> &used = questionFlags(subject, questionLevel, count);
 
-    int q = ScaledDraw(random.Rnd(), count);
+    int q = scaledDraw(random.fraction(), count);
     const auto end = used.begin() + count;
     if (std::all_of(used.begin(), end, [](bool flag) { return flag; })) {
         std::fill(used.begin(), end, false);
@@ -234,12 +234,12 @@ MultipleChoiceProblem QuestionSequence::NextMultipleChoice(const TestBank &bank,
     MultipleChoiceProblem problem;
     problem.level = questionLevel;
     problem.question = q;
-    problem.label = QuestionLabel(question.text, subject);
+    problem.label = questionLabel(question.text, subject);
     problem.rightAnswer = question.answer;
     const std::array<const std::string *, 4> texts = {&question.answer, &question.wrong1,
                                                       &question.wrong2, &question.wrong3};
     const auto &row =
-        positions[static_cast<std::size_t>(ScaledDraw(random.Rnd(), AnswerPositionRows))];
+        positions[static_cast<std::size_t>(scaledDraw(random.fraction(), AnswerPositionRows))];
     for (std::size_t button = 0; button < row.size(); ++button) {
         // at() refuses a table entry outside 0..3 instead of reading past the texts.
         problem.choices[button] = *texts.at(static_cast<std::size_t>(row[button]));

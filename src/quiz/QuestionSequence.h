@@ -18,9 +18,9 @@ enum class MathBox { Number1 = 0, Number2 = 1, Answer = 2 };
 struct ArithmeticProblem {
     int operation = 0; // index into OpSymbols
     char symbol = '+';
-    std::int32_t Number1 = 0;
-    std::int32_t Number2 = 0;
-    std::int32_t Answer = 0;
+    std::int32_t number1 = 0;
+    std::int32_t number2 = 0;
+    std::int32_t answer = 0;
     // With switch blanks on, the box left empty moves from question to question
     // and the boxes change style; otherwise the answer box is the blank one.
     bool switchBlanks = false;
@@ -41,12 +41,12 @@ class QuestionSequence {
 public:
     // Reads the level's switches, rewinds the operations text and forgets every
     // operand drawn so far. The numbers-swapped toggle and blank counter carry on.
-    void StartArithmetic(const TestBank &bank, int level);
+    void startArithmetic(const TestBank &bank, int level);
     // Forgets every question drawn so far, for every subject and level.
-    void StartMultipleChoice(const TestBank &bank);
+    void startMultipleChoice(const TestBank &bank);
 
-    ArithmeticProblem NextArithmetic(const TestBank &bank, int level, RandomSource &random);
-    MultipleChoiceProblem NextMultipleChoice(const TestBank &bank, int subject, int level,
+    ArithmeticProblem nextArithmetic(const TestBank &bank, int level, RandomSource &random);
+    MultipleChoiceProblem nextMultipleChoice(const TestBank &bank, int subject, int level,
                                              RandomSource &random,
                                              const AnswerPositionTable &positions);
 
@@ -55,9 +55,9 @@ private:
     static constexpr std::int32_t HighestOperand = 30;
     using OperandFlags = std::array<std::array<bool, OperationCount>, HighestOperand + 1>;
 
-    static std::int32_t DrawOperand(OperandFlags &used, int operation, std::int32_t low,
+    static std::int32_t drawOperand(OperandFlags &used, int operation, std::int32_t low,
                                     std::int32_t high, RandomSource &random);
-    std::vector<bool> &QuestionFlags(int subject, int level, int count);
+    std::vector<bool> &questionFlags(int subject, int level, int count);
 
     std::int32_t m_opsPosition = 1; // 1-based read position in the level's operations text
     OperandFlags m_number1Used{};

@@ -20,7 +20,7 @@ namespace {
 
 // Arithmetic and two multiple-choice subjects with five slots at every level,
 // holding only the empty question a new subject has at level K.
-TestBank SmallBank()
+TestBank smallBank()
 {
     TestBank bank;
     for (const char *name : {"Arithmetic", "Spelling", "Geography"})
@@ -31,7 +31,7 @@ TestBank SmallBank()
 
 // Puts questions in slots 0..count-1 of the level, named after the level and
 // slot: "Q6.2" with the answers "A6.2" (the right one) to "D6.2".
-void SetQuestions(TestBank &bank, int subject, int level, int count)
+void setQuestions(TestBank &bank, int subject, int level, int count)
 {
     for (int slot = 0; slot < count; ++slot) {
         const std::string id = std::to_string(level) + "." + std::to_string(slot);
@@ -43,7 +43,7 @@ void SetQuestions(TestBank &bank, int subject, int level, int count)
 
 // One value of what was drawn, cut into rounds of the given size.
 template <typename Drawn>
-std::vector<std::multiset<int>> Rounds(const std::vector<Drawn> &drawn, int Drawn::*value,
+std::vector<std::multiset<int>> rounds(const std::vector<Drawn> &drawn, int Drawn::*value,
                                        std::size_t size)
 {
     std::vector<std::multiset<int>> rounds(drawn.size() / size);
@@ -52,7 +52,7 @@ std::vector<std::multiset<int>> Rounds(const std::vector<Drawn> &drawn, int Draw
     return rounds;
 }
 
-std::multiset<int> Span(int low, int high)
+std::multiset<int> span(int low, int high)
 {
     std::multiset<int> values;
     while (low <= high)
@@ -64,7 +64,7 @@ std::multiset<int> Span(int low, int high)
 
 TEST(ArithmeticQuestions, OperationsInOrderSwitchesCarryOnAndEachOperandOnceInEveryRound)
 {
-    TestBank bank = SmallBank();
+    TestBank bank = smallBank();
     // Level, operation, and the low and high ends of the first and the second
     // number. Ranges are cut to the list of operands, 0..30, and one with high
     // below low stands for its low end.
@@ -87,14 +87,14 @@ TEST(ArithmeticQuestions, OperationsInOrderSwitchesCarryOnAndEachOperandOnceInEv
     // Runs a test; gives its problems as the child sees them, the box to fill
     // in bracketed: "9+[1]=10 10-1=[9]".
     const auto test = [&](int level, int count) {
-        sequence.StartArithmetic(bank, level);
+        sequence.startArithmetic(bank, level);
         drawn.clear();
         std::string shown;
         for (int i = 0; i < count; ++i) {
             const ArithmeticProblem &p =
-                drawn.emplace_back(sequence.NextArithmetic(bank, level, random));
-            std::string boxes[] = {std::to_string(p.Number1), std::to_string(p.Number2),
-                                   std::to_string(p.Answer)};
+                drawn.emplace_back(sequence.nextArithmetic(bank, level, random));
+            std::string boxes[] = {std::to_string(p.number1), std::to_string(p.number2),
+                                   std::to_string(p.answer)};
             boxes[static_cast<int>(p.blank)] = "[" + boxes[static_cast<int>(p.blank)] + "]";
             shown += (i ? " " : "") + boxes[0] + p.symbol + boxes[1] + "=" + boxes[2];
         }
@@ -111,10 +111,10 @@ TEST(ArithmeticQuestions, OperationsInOrderSwitchesCarryOnAndEachOperandOnceInEv
     // Each operand value once in every round; every test starts a fresh round.
     for (int run = 0; run < 2; ++run) {
         EXPECT_EQ(test(4, 42).find_first_of("-x/"), std::string::npos) << "additions only";
-        EXPECT_EQ(Rounds(drawn, &ArithmeticProblem::Number1, 31), std::vector(1, Span(0, 30)));
-        EXPECT_EQ(Rounds(drawn, &ArithmeticProblem::Number2, 5), std::vector(8, Span(2, 6)));
+        EXPECT_EQ(rounds(drawn, &ArithmeticProblem::number1, 31), std::vector(1, span(0, 30)));
+        EXPECT_EQ(rounds(drawn, &ArithmeticProblem::number2, 5), std::vector(8, span(2, 6)));
     }
-    EXPECT_THROW(sequence.StartArithmetic(bank, 13), std::out_of_range);
+    EXPECT_THROW(sequence.startArithmetic(bank, 13), std::out_of_range);
 
     // The default table gives whole answers, never negative, at every level.
     bank = TestBank();
@@ -122,16 +122,16 @@ TEST(ArithmeticQuestions, OperationsInOrderSwitchesCarryOnAndEachOperandOnceInEv
     for (int level = 0; level < LevelCount; ++level) {
         test(level, 300);
         for (const ArithmeticProblem &p : drawn)
-            ASSERT_TRUE(std::min({p.Number1, p.Number2, p.Answer}) >= 0 &&
-                        IsRightArithmetic(std::to_string(p.Number1), p.symbol,
-                                          std::to_string(p.Number2), std::to_string(p.Answer)))
-                << p.Number1 << p.symbol << p.Number2 << "=" << p.Answer;
+            ASSERT_TRUE(std::min({p.number1, p.number2, p.answer}) >= 0 &&
+                        isRightArithmetic(std::to_string(p.number1), p.symbol,
+                                          std::to_string(p.number2), std::to_string(p.answer)))
+                << p.number1 << p.symbol << p.number2 << "=" << p.answer;
     }
 }
 
 TEST(MultipleChoiceQuestions, EachQuestionOnceInEveryRoundNeverOpeningWithTheLastAnswersInPlace)
 {
-    const AnswerPositionTable positions = MakeAnswerPositionTable();
+    const AnswerPositionTable positions = makeAnswerPositionTable();
     const std::set<std::array<std::int16_t, 4>> orders(positions.begin(), positions.end());
     EXPECT_EQ(orders.size(), 24u);
     for (const auto &order : orders)
@@ -139,23 +139,23 @@ TEST(MultipleChoiceQuestions, EachQuestionOnceInEveryRoundNeverOpeningWithTheLas
     std::set<int> buttons;
     for (const int count : {1, 2, 5})
         for (std::uint32_t seed = 1; seed <= 4; ++seed) {
-            TestBank bank = SmallBank();
-            SetQuestions(bank, 2, 6, count);
+            TestBank bank = smallBank();
+            setQuestions(bank, 2, 6, count);
             QuestionSequence sequence;
-            sequence.StartMultipleChoice(bank);
+            sequence.startMultipleChoice(bank);
             RandomSource random(seed);
             std::vector<MultipleChoiceProblem> drawn;
             for (int i = 0; i < 20 * count; ++i) {
                 const MultipleChoiceProblem &p =
-                    drawn.emplace_back(sequence.NextMultipleChoice(bank, 2, 6, random, positions));
+                    drawn.emplace_back(sequence.nextMultipleChoice(bank, 2, 6, random, positions));
                 const std::string id = "6." + std::to_string(p.question);
                 EXPECT_EQ(std::tie(p.level, p.label, p.rightAnswer),
                           std::make_tuple(6, "Q" + id + "?", "A" + id));
                 EXPECT_EQ(p.choices[static_cast<std::size_t>(p.answerPosition)], p.rightAnswer);
                 buttons.insert(p.answerPosition);
             }
-            EXPECT_EQ(Rounds(drawn, &MultipleChoiceProblem::question, count),
-                      std::vector(20, Span(0, count - 1)));
+            EXPECT_EQ(rounds(drawn, &MultipleChoiceProblem::question, count),
+                      std::vector(20, span(0, count - 1)));
             // A lone question repeats; otherwise no round opens with the last one.
             for (int first = count; count > 1 && first < 20 * count; first += count)
                 EXPECT_NE(drawn[first].question, drawn[first - 1].question) << "seed " << seed;
@@ -165,18 +165,18 @@ TEST(MultipleChoiceQuestions, EachQuestionOnceInEveryRoundNeverOpeningWithTheLas
 
 TEST(MultipleChoiceQuestions, AnswersGoWhereTheRowSaysAndOddOrAdjacentLevelsAreDrawnSafely)
 {
-    TestBank bank = SmallBank();
-    SetQuestions(bank, 2, 3, 1);
+    TestBank bank = smallBank();
+    setQuestions(bank, 2, 3, 1);
     AnswerPositionTable reversed{};
     for (int row = 0; row < AnswerPositionRows; ++row)
-        FillSequence(reversed, row, 3, 2, 1, 0);
-    EXPECT_THROW(FillSequence(reversed, 24, 0, 1, 2, 3), std::out_of_range);
-    EXPECT_THROW(FillSequence(reversed, -1, 0, 1, 2, 3), std::out_of_range);
+        fillSequence(reversed, row, 3, 2, 1, 0);
+    EXPECT_THROW(fillSequence(reversed, 24, 0, 1, 2, 3), std::out_of_range);
+    EXPECT_THROW(fillSequence(reversed, -1, 0, 1, 2, 3), std::out_of_range);
     QuestionSequence sequence;
-    sequence.StartMultipleChoice(bank);
+    sequence.startMultipleChoice(bank);
     RandomSource random(4);
     const auto draw = [&](int subject, int level) {
-        return sequence.NextMultipleChoice(bank, subject, level, random, reversed);
+        return sequence.nextMultipleChoice(bank, subject, level, random, reversed);
     };
     const MultipleChoiceProblem placed = draw(2, 3);
     EXPECT_EQ(placed.choices, (std::array<std::string, 4>{"D3.0", "C3.0", "B3.0", "A3.0"}));
@@ -199,11 +199,11 @@ TEST(MultipleChoiceQuestions, AnswersGoWhereTheRowSaysAndOddOrAdjacentLevelsAreD
     // or up at most, never to a level without questions.
     addSubject(bank, "Added after the start");
     for (int level = 0; level < LevelCount; ++level)
-        SetQuestions(bank, 3, level, 3);
+        setQuestions(bank, 3, level, 3);
     std::vector<MultipleChoiceProblem> drawn;
     for (int i = 0; i < 6; ++i)
         drawn.push_back(draw(3, 7));
-    EXPECT_EQ(Rounds(drawn, &MultipleChoiceProblem::question, 3), std::vector(2, Span(0, 2)));
+    EXPECT_EQ(rounds(drawn, &MultipleChoiceProblem::question, 3), std::vector(2, span(0, 2)));
     EXPECT_THROW(draw(4, 7), std::out_of_range);
     bank.subjects[3].adjacentLevels = true;
     const auto drawnLevels = [&](int level) {

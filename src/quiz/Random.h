@@ -11,11 +11,11 @@ public:
     explicit RandomSource(std::uint32_t seed);
 
     // A single-precision value in [0, 1).
-    float Rnd();
+    float fraction();
 
     // A uniform whole number in low..high. Throws std::overflow_error when the
     // range cannot be formed in 32 bits, std::invalid_argument when high < low.
-    std::int32_t GetRandom(std::int32_t low, std::int32_t high);
+    std::int32_t between(std::int32_t low, std::int32_t high);
 
 private:
     std::mt19937 m_engine;

@@ -20,7 +20,7 @@ LevelButtons::LevelButtons(QWidget *parent) : QWidget(parent), m_group(new QButt
         m_optLevel[level] = option;
     }
     layout->addStretch(1);
-    TabToCheckedButton(m_group->buttons());
+    tabToCheckedButton(m_group->buttons());
     connect(m_group, &QButtonGroup::idClicked, this, &LevelButtons::levelClicked);
 }
 
@@ -34,7 +34,7 @@ void LevelButtons::enableFor(const TestBank &bank, int subject)
 {
     for (int level = 0; level < LevelCount; ++level)
         m_optLevel[level]->setEnabled(levelHasQuestions(bank, subject, level));
-    UpdateTabStop(m_group->buttons());
+    updateTabStop(m_group->buttons());
 
     const int checked = m_group->checkedId();
     if (checked < 0 || m_optLevel[checked]->isEnabled())

@@ -127,12 +127,12 @@ QVariant ResultsModel::data(const QModelIndex &index, int role) const
         return isBold(row, column) ? m_boldFont : m_font;
     case Qt::ForegroundRole:
         if (scoreCell && row % 2 == 0)
-            return BgrColor(Bgr::Red);
+            return bgrColor(Bgr::Red);
         return {};
     case Qt::BackgroundRole:
         if (!scoreCell)
             return {};
-        return BgrColor((row - 1) / 2 == highlightedItem() ? Bgr::Yellow : Bgr::White);
+        return bgrColor((row - 1) / 2 == highlightedItem() ? Bgr::Yellow : Bgr::White);
     default:
         return {};
     }

@@ -93,7 +93,7 @@ QWidget *ResultsPanel::buildHeading()
     m_lblStudentOrSubject->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     // A name is shown as typed, never read as markup.
     m_lblStudentOrSubject->setTextFormat(Qt::PlainText);
-    NameValueLabel(*m_lblStudentOrSubject, QStringLiteral("Scores for"));
+    nameValueLabel(*m_lblStudentOrSubject, QStringLiteral("Scores for"));
 
     auto *frame = new QGroupBox(QStringLiteral("Show Scores for one"), heading);
     frame->setObjectName(QStringLiteral("fraShowScoresFor"));
@@ -106,7 +106,7 @@ QWidget *ResultsPanel::buildHeading()
     frameLayout->addWidget(m_optBySubject);
     connect(m_optByStudent, &QRadioButton::clicked, this, &ResultsPanel::optByStudent_Click);
     connect(m_optBySubject, &QRadioButton::clicked, this, &ResultsPanel::optBySubject_Click);
-    TabToCheckedButton({m_optByStudent, m_optBySubject});
+    tabToCheckedButton({m_optByStudent, m_optBySubject});
 
     layout->addWidget(scoresFor, 0, Qt::AlignVCenter);
     layout->addWidget(m_lblStudentOrSubject, 1, Qt::AlignVCenter);

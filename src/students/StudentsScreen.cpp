@@ -279,7 +279,7 @@ void StudentsScreen::askFirstName()
         QStringLiteral("Please enter the first Student's name:\r(You can add additional Students, "
                        "by clicking\rthe [Add Student] button on the next screen.)"));
     // Set as text, the answer bypasses the box's validator.
-    m_txtStudent->setText(FileText(answer));
+    m_txtStudent->setText(fileText(answer));
 }
 
 void StudentsScreen::selectCurrentSubject()

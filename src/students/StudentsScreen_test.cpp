@@ -59,9 +59,9 @@ std::vector<int> yellowRows(const QAbstractItemModel &grid)
         auto colour = [&](int column) {
             return grid.index(row, column).data(Qt::BackgroundRole).value<QColor>();
         };
-        const bool yellow = colour(1) == BgrColor(Bgr::Yellow);
+        const bool yellow = colour(1) == bgrColor(Bgr::Yellow);
         for (int column = 1; column < ResultsModel::ColumnCount; ++column)
-            EXPECT_EQ(colour(column), BgrColor(yellow ? Bgr::Yellow : Bgr::White)) << row;
+            EXPECT_EQ(colour(column), bgrColor(yellow ? Bgr::Yellow : Bgr::White)) << row;
         if (yellow)
             rows.push_back(row);
     }
@@ -167,7 +167,7 @@ TEST_F(StudentsScreenTest, FirstRunAndAFileThatCannotBeWrittenOrRead)
     EXPECT_TRUE(text.contains(QString::fromStdString(session.paths.studentsPath.string())) &&
                 text.contains(QStringLiteral("will now end")));
     damagedScreen.cmdClose_Click();
-    EXPECT_EQ(ReadFileBytes(session.paths.studentsPath),
+    EXPECT_EQ(readFileBytes(session.paths.studentsPath),
               std::vector<unsigned char>(damaged.begin(), damaged.end()));
 
     // A first roster that cannot be saved is reported; the screen still opens.
@@ -211,7 +211,7 @@ TEST_F(StudentsScreenTest, RosterEditsLevelsAndClosingKeepResultsAndNamesAsTheFi
         child<QPushButton>(*screen, "cmdAddStudent")->click();
         name->insert(typed); // typing and pasting both go through the box's check
         EXPECT_EQ(name->text().toStdString(), box);
-        EXPECT_EQ(ShownText(*child(*screen, "lblStudentOrSubject")).toStdString(), kept);
+        EXPECT_EQ(shownText(*child(*screen, "lblStudentOrSubject")).toStdString(), kept);
         expected.push_back(kept);
     }
     // A name longer than the file holds is cut. Set rather than pasted, which
@@ -273,12 +273,12 @@ TEST_F(StudentsScreenTest, GridShowsOneStudentOrOneSubjectAndResetsClearOnlyThei
     auto *list = child<QListWidget>(*screen, "List1");
     EXPECT_EQ(screen->focusWidget(), list) << "the arrow keys choose a student at once";
     EXPECT_EQ(
-        TabStops(*screen),
+        tabStops(*screen),
         std::vector<std::string>({"List1", "cmdAddStudent", "cmdDelete", "txtStudent", "optLevel0",
                                   "cmbSubject", "optByStudent", "cmdResetTotals_Student",
                                   "cmdResetTotals_All", "cmdHelp", "cmdClose"}));
     QTest::keyClick(list, Qt::Key_Down);
-    EXPECT_EQ(SpokenName(*child(*screen, "lblStudentOrSubject")), "Scores for: C");
+    EXPECT_EQ(spokenName(*child(*screen, "lblStudentOrSubject")), "Scores for: C");
     list->setCurrentRow(1);
     child<QPushButton>(*screen, "cmdHelp")->click();
     EXPECT_EQ(helpOpened, 1);
@@ -288,7 +288,7 @@ TEST_F(StudentsScreenTest, GridShowsOneStudentOrOneSubjectAndResetsClearOnlyThei
     const QAbstractItemModel &grid = *child<QTableView>(*screen, "Grid1")->model();
     QWidget *heading = child(*screen, "lblStudentOrSubject");
     ASSERT_EQ(grid.rowCount(), 13);
-    EXPECT_EQ(ShownText(*heading), QStringLiteral("B"));
+    EXPECT_EQ(shownText(*heading), QStringLiteral("B"));
     EXPECT_EQ(cell(grid, 12, 0), QStringLiteral("Science"));
     EXPECT_EQ(cell(grid, 5, 2), QString::number(scoreOf(1, 2, 0, false)));
     EXPECT_EQ(cell(grid, 6, 14), QString::number(scoreOf(1, 2, 12, true)));
@@ -296,13 +296,13 @@ TEST_F(StudentsScreenTest, GridShowsOneStudentOrOneSubjectAndResetsClearOnlyThei
     for (int row = 1; row < 13; ++row) {
         // High rows are red; the student's level (3, column 5) is bold.
         const QVariant ink = grid.index(row, 14).data(Qt::ForegroundRole);
-        EXPECT_EQ(ink.value<QColor>() == BgrColor(Bgr::Red), row % 2 == 0) << row;
+        EXPECT_EQ(ink.value<QColor>() == bgrColor(Bgr::Red), row % 2 == 0) << row;
         EXPECT_TRUE(bold(grid, row, 5) && !bold(grid, row, 4) && !bold(grid, row, 6)) << row;
     }
 
     // By subject: every student's pair in Geography; the selected student's is yellow.
     child<QRadioButton>(*screen, "optBySubject")->click();
-    EXPECT_EQ(ShownText(*heading), QStringLiteral("Geography"));
+    EXPECT_EQ(shownText(*heading), QStringLiteral("Geography"));
     EXPECT_EQ(cell(grid, 6, 2), QString::number(scoreOf(2, 2, 0, true)));
     EXPECT_EQ(yellowRows(grid), (std::vector<int>{3, 4}));
     list->setCurrentRow(2);

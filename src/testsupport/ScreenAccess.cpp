@@ -7,14 +7,14 @@
 
 namespace {
 
-QAccessibleInterface &Accessible(QWidget &widget)
+QAccessibleInterface &accessible(QWidget &widget)
 {
     return *QAccessible::queryAccessibleInterface(&widget);
 }
 
 } // namespace
 
-std::vector<std::string> TabStops(QWidget &window)
+std::vector<std::string> tabStops(QWidget &window)
 {
     window.show();
     window.activateWindow();
@@ -36,19 +36,19 @@ std::vector<std::string> TabStops(QWidget &window)
     return stops;
 }
 
-std::string SpokenName(QWidget &widget)
+std::string spokenName(QWidget &widget)
 {
-    return Accessible(widget).text(QAccessible::Name).toStdString();
+    return accessible(widget).text(QAccessible::Name).toStdString();
 }
 
-std::string SpokenDescription(QWidget &widget)
+std::string spokenDescription(QWidget &widget)
 {
-    return Accessible(widget).text(QAccessible::Description).toStdString();
+    return accessible(widget).text(QAccessible::Description).toStdString();
 }
 
-std::string SpokenLabel(QWidget &widget)
+std::string spokenLabel(QWidget &widget)
 {
-    const auto labels = Accessible(widget).relations(QAccessible::Label);
+    const auto labels = accessible(widget).relations(QAccessible::Label);
     return labels.isEmpty() ? std::string()
                             : labels.first().first->text(QAccessible::Name).toStdString();
 }

@@ -11,13 +11,13 @@ class QWidget;
 // round to it again; a Tab that leaves the focus where it was ends the list.
 // The window is shown and made active first, as Qt narrows a group of option
 // buttons to one Tab stop only in an active window.
-std::vector<std::string> TabStops(QWidget &window);
+std::vector<std::string> tabStops(QWidget &window);
 
 // The name a screen reader reads for the control.
-std::string SpokenName(QWidget &widget);
+std::string spokenName(QWidget &widget);
 // The description read after the name.
-std::string SpokenDescription(QWidget &widget);
+std::string spokenDescription(QWidget &widget);
 // The caption that labels the control (the label whose buddy it is), or an
 // empty text. On Linux a drop-down list is read with this label and its
 // current item, not with a name of its own.
-std::string SpokenLabel(QWidget &widget);
+std::string spokenLabel(QWidget &widget);

@@ -7,7 +7,7 @@
 
 namespace {
 
-QString WithoutShortcutMarks(const QString &text)
+QString withoutShortcutMarks(const QString &text)
 {
     QString shown;
     for (int i = 0; i < text.size(); ++i) {
@@ -22,7 +22,7 @@ QString WithoutShortcutMarks(const QString &text)
     return shown;
 }
 
-QString LabelText(const QLabel &label)
+QString labelText(const QLabel &label)
 {
     const QString text = label.text();
     const Qt::TextFormat format = label.textFormat();
@@ -37,18 +37,18 @@ QString LabelText(const QLabel &label)
         return document.toPlainText();
     }
     // A label that is the caption of another control makes "&" a shortcut.
-    return label.buddy() ? WithoutShortcutMarks(text) : text;
+    return label.buddy() ? withoutShortcutMarks(text) : text;
 }
 
 } // namespace
 
-QString ShownText(const QWidget &widget)
+QString shownText(const QWidget &widget)
 {
     if (const auto *label = qobject_cast<const QLabel *>(&widget))
-        return LabelText(*label);
+        return labelText(*label);
     if (const auto *button = qobject_cast<const QAbstractButton *>(&widget))
-        return WithoutShortcutMarks(button->text());
+        return withoutShortcutMarks(button->text());
     if (const auto *frame = qobject_cast<const QGroupBox *>(&widget))
-        return WithoutShortcutMarks(frame->title());
+        return withoutShortcutMarks(frame->title());
     return {};
 }

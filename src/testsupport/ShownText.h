@@ -10,4 +10,4 @@ class QWidget;
 // The text of a label, button or frame as the user reads it: markup rendered
 // to plain text, and "&" shortcut marks resolved ("&&" shows "&", a single "&"
 // shows nothing). Empty for any other widget.
-QString ShownText(const QWidget &widget);
+QString shownText(const QWidget &widget);

@@ -13,8 +13,8 @@ TempDataDir::TempDataDir()
     std::random_device entropy;
     const auto base = std::filesystem::temp_directory_path();
     for (;;) {
-        auto candidate = base / ("tavrino-test-" + std::to_string(entropy()) + "-" +
-                                 std::to_string(counter++));
+        auto candidate =
+            base / ("tavrino-test-" + std::to_string(entropy()) + "-" + std::to_string(counter++));
         std::error_code ec;
         if (std::filesystem::create_directory(candidate, ec)) {
             m_path = candidate / "data";
@@ -30,7 +30,7 @@ TempDataDir::~TempDataDir()
     std::filesystem::remove_all(m_path.parent_path(), ec);
 }
 
-std::vector<unsigned char> ReadFileBytes(const std::filesystem::path &path)
+std::vector<unsigned char> readFileBytes(const std::filesystem::path &path)
 {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};

@@ -22,4 +22,4 @@ private:
 };
 
 // The whole content of a file, or an empty vector when it cannot be read.
-std::vector<unsigned char> ReadFileBytes(const std::filesystem::path &path);
+std::vector<unsigned char> readFileBytes(const std::filesystem::path &path);

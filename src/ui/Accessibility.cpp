@@ -25,7 +25,7 @@ public:
     }
 };
 
-QAccessibleInterface *CaptionedValueFactory(const QString &className, QObject *object)
+QAccessibleInterface *captionedValueFactory(const QString &className, QObject *object)
 {
     auto *label = qobject_cast<QLabel *>(object);
     if (label == nullptr || className != QLatin1String("QLabel") ||
@@ -36,7 +36,7 @@ QAccessibleInterface *CaptionedValueFactory(const QString &className, QObject *o
 
 } // namespace
 
-void SetTabChain(const std::vector<QWidget *> &widgets)
+void setTabChain(const std::vector<QWidget *> &widgets)
 {
     QWidget *previous = nullptr;
     for (QWidget *widget : widgets) {
@@ -48,18 +48,18 @@ void SetTabChain(const std::vector<QWidget *> &widgets)
     }
 }
 
-void TabToCheckedButton(const QList<QAbstractButton *> &buttons)
+void tabToCheckedButton(const QList<QAbstractButton *> &buttons)
 {
     for (QAbstractButton *button : buttons) {
         QObject::connect(button, &QAbstractButton::toggled, button, [buttons](bool checked) {
             if (checked)
-                UpdateTabStop(buttons);
+                updateTabStop(buttons);
         });
     }
-    UpdateTabStop(buttons);
+    updateTabStop(buttons);
 }
 
-void UpdateTabStop(const QList<QAbstractButton *> &buttons)
+void updateTabStop(const QList<QAbstractButton *> &buttons)
 {
     const QAbstractButton *stop = nullptr;
     for (const QAbstractButton *button : buttons) {
@@ -74,11 +74,11 @@ void UpdateTabStop(const QList<QAbstractButton *> &buttons)
     }
 }
 
-void NameValueLabel(QLabel &label, const QString &caption)
+void nameValueLabel(QLabel &label, const QString &caption)
 {
     // Installed once, before any label asks for it; Qt keeps every factory.
     [[maybe_unused]] static const bool installed = [] {
-        QAccessible::installFactory(CaptionedValueFactory);
+        QAccessible::installFactory(captionedValueFactory);
         return true;
     }();
     label.setProperty(CaptionProperty, caption);

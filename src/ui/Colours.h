@@ -4,7 +4,7 @@
 
 #include <QColor>
 
-inline QColor BgrColor(int bgr)
+inline QColor bgrColor(int bgr)
 {
     return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF);
 }

@@ -12,12 +12,12 @@ const QString DataDirName = QStringLiteral("data");
 
 } // namespace
 
-QString PortableDataDir()
+QString portableDataDir()
 {
     return QDir(QCoreApplication::applicationDirPath()).filePath(DataDirName);
 }
 
-bool CanCreateFilesIn(const QString &dir)
+bool canCreateFilesIn(const QString &dir)
 {
     if (!QFileInfo(dir).isDir())
         return false;
@@ -27,11 +27,11 @@ bool CanCreateFilesIn(const QString &dir)
     return probe.open();
 }
 
-QString ChooseDataDir(const QString &programDir, const QString &userDataDir)
+QString chooseDataDir(const QString &programDir, const QString &userDataDir)
 {
     const QString portable = QDir(programDir).filePath(DataDirName);
     const bool portableUsable =
-        QFileInfo::exists(portable) ? CanCreateFilesIn(portable) : CanCreateFilesIn(programDir);
+        QFileInfo::exists(portable) ? canCreateFilesIn(portable) : canCreateFilesIn(programDir);
     if (portableUsable)
         return portable;
 
@@ -39,10 +39,10 @@ QString ChooseDataDir(const QString &programDir, const QString &userDataDir)
     return QDir(userDataDir).filePath(DataDirName);
 }
 
-std::filesystem::path DataDirForThisProgram()
+std::filesystem::path dataDirForThisProgram()
 {
     const QString chosen =
-        ChooseDataDir(QCoreApplication::applicationDirPath(),
+        chooseDataDir(QCoreApplication::applicationDirPath(),
                       QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     return QDir(chosen).filesystemPath();
 }

@@ -8,19 +8,19 @@
 #include <filesystem>
 
 // The directory named "data" beneath the program's own directory.
-QString PortableDataDir();
+QString portableDataDir();
 
 // The data directory for a program living in programDir: its "data" directory
 // when that directory (or, while it does not exist yet, programDir) accepts a
 // new file, otherwise "data" under userDataDir. In the second case userDataDir
 // is created, so that creating "data" itself is a single step; "data" is never
 // created here.
-QString ChooseDataDir(const QString &programDir, const QString &userDataDir);
+QString chooseDataDir(const QString &programDir, const QString &userDataDir);
 
 // The data directory of this run of the program, chosen as above with the
 // per-user application data location as the alternative.
-std::filesystem::path DataDirForThisProgram();
+std::filesystem::path dataDirForThisProgram();
 
 // True when a new file can be created in dir. Tried with a real file, removed
 // again at once: permission bits alone do not tell (read-only mounts, ACLs).
-bool CanCreateFilesIn(const QString &dir);
+bool canCreateFilesIn(const QString &dir);

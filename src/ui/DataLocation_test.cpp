@@ -10,7 +10,7 @@
 
 namespace {
 
-QStringList Entries(const QString &dir)
+QStringList entries(const QString &dir)
 {
     return QDir(dir).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
                                QDir::NoDotAndDotDot);
@@ -26,15 +26,15 @@ TEST(DataLocation, PortableCopyKeepsDataBesideTheProgram)
     const QString data = program.path() + "/data";
 
     // No data directory yet: the program directory is probed and left as it was.
-    EXPECT_EQ(ChooseDataDir(program.path(), userData), data);
-    EXPECT_EQ(Entries(program.path()), QStringList());
+    EXPECT_EQ(chooseDataDir(program.path(), userData), data);
+    EXPECT_EQ(entries(program.path()), QStringList());
     EXPECT_FALSE(QFileInfo::exists(userData));
 
     // An existing data directory is used and keeps only what it held.
     ASSERT_TRUE(QDir(program.path()).mkdir("data"));
     ASSERT_TRUE(QFile(data + "/Tavrino_Students.dat").open(QIODevice::WriteOnly));
-    EXPECT_EQ(ChooseDataDir(program.path(), userData), data);
-    EXPECT_EQ(Entries(data), QStringList{"Tavrino_Students.dat"});
+    EXPECT_EQ(chooseDataDir(program.path(), userData), data);
+    EXPECT_EQ(entries(data), QStringList{"Tavrino_Students.dat"});
 }
 
 TEST(DataLocation, OtherwiseDataGoesToTheUsersOwnDirectory)
@@ -43,8 +43,8 @@ TEST(DataLocation, OtherwiseDataGoesToTheUsersOwnDirectory)
     // do not stop), as an installed program's directory refuses them to its users.
     QTemporaryDir user;
     const QString userData = user.path() + "/share/Tavrino";
-    EXPECT_FALSE(CanCreateFilesIn("/proc"));
-    EXPECT_EQ(ChooseDataDir("/proc", userData), userData + "/data");
+    EXPECT_FALSE(canCreateFilesIn("/proc"));
+    EXPECT_EQ(chooseDataDir("/proc", userData), userData + "/data");
     // The directory above "data" is made, so creating "data" is one step; "data" is
     // left to the start-up, which creates it when missing.
     EXPECT_TRUE(QFileInfo(userData).isDir());
@@ -53,5 +53,5 @@ TEST(DataLocation, OtherwiseDataGoesToTheUsersOwnDirectory)
     // A file named "data" beside the program is not a data directory.
     QTemporaryDir portable;
     ASSERT_TRUE(QFile(portable.path() + "/data").open(QIODevice::WriteOnly));
-    EXPECT_EQ(ChooseDataDir(portable.path(), user.path()), user.path() + "/data");
+    EXPECT_EQ(chooseDataDir(portable.path(), user.path()), user.path() + "/data");
 }

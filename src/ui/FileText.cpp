@@ -6,7 +6,7 @@ namespace {
 
 // Characters (code points) in text[0..end); a surrogate pair counts once, as
 // the conversion turns it into one "?".
-int CharactersBefore(const QString &text, int end)
+int charactersBefore(const QString &text, int end)
 {
     int count = 0;
     for (int i = 0; i < end; ++i) {
@@ -19,18 +19,18 @@ int CharactersBefore(const QString &text, int end)
 
 } // namespace
 
-QString FileText(const QString &text)
+QString fileText(const QString &text)
 {
     return QString::fromStdString(cp1252ToUtf8(utf8ToCp1252(text.toStdString())));
 }
 
 QValidator::State FileTextValidator::validate(QString &input, int &pos) const
 {
-    const QString converted = FileText(input);
+    const QString converted = fileText(input);
     if (converted != input) {
         // Every character became exactly one, so the cursor stays behind the
         // character it followed.
-        pos = CharactersBefore(input, qBound(0, pos, int(input.size())));
+        pos = charactersBefore(input, qBound(0, pos, int(input.size())));
         input = converted;
     }
     if (input.size() > FileTextMaxLength) {

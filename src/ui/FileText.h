@@ -10,7 +10,7 @@ constexpr int FileTextMaxLength = 0xFFFF;
 
 // The text with every character that Windows-1252 lacks replaced by "?",
 // one "?" per character.
-QString FileText(const QString &text);
+QString fileText(const QString &text);
 
 // Replaces characters the file cannot hold while the user types or pastes,
 // keeping the cursor after the same character. Use with a maximum length of

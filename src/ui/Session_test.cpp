@@ -40,7 +40,7 @@ TEST(Session, AFailedSaveShowsAStopMessageAndKeepsTheOldFile)
     };
     for (const auto &save : saves) {
         SCOPED_TRACE(save.path.string());
-        const std::vector<unsigned char> old = ReadFileBytes(save.path);
+        const std::vector<unsigned char> old = readFileBytes(save.path);
         session.bank.subjects[2].name = "Changed";
         session.records.students.front().name = "Changed";
         prompt.clear();
@@ -54,10 +54,10 @@ TEST(Session, AFailedSaveShowsAStopMessageAndKeepsTheOldFile)
         EXPECT_TRUE(shown.text.contains(QString::fromStdString(save.path.string())) &&
                     shown.text.contains(QString::fromLocal8Bit(std::strerror(save.fault.error))))
             << shown.text.toStdString();
-        EXPECT_EQ(ReadFileBytes(save.path), old);
+        EXPECT_EQ(readFileBytes(save.path), old);
         // What was in memory is kept, so the next save can still write it.
         EXPECT_TRUE(save.save());
-        EXPECT_NE(ReadFileBytes(save.path), old);
+        EXPECT_NE(readFileBytes(save.path), old);
     }
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()),
                             std::filesystem::directory_iterator()),
