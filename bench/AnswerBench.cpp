@@ -22,7 +22,6 @@ namespace {
 
 constexpr double AnswerMs = 1;
 constexpr double FrameMs = 16;
-constexpr int Enter = 13;
 // Level 2 asks all four operations with the blank moving between the boxes.
 constexpr int ArithmeticLevel = 2;
 // A built-in subject that also draws from the neighbouring levels.
@@ -38,18 +37,18 @@ public:
     {
         m_screen.setOtherScreens({[this, level] { return chooseStudent(level); }, [] {}, [] {}});
         m_screen.show();
-        SettleWindows();
-        m_screen.Form_Activate();
+        settleWindows();
+        m_screen.firstActivation();
         child<QComboBox>("cmbSubject")->setCurrentIndex(subject);
         child<QRadioButton>(("optLevel" + std::to_string(level)).c_str())->click();
         child<QPushButton>("cmdStartTest")->click();
         // The clock would end the test part-way through the runs.
         child<QTimer>("Timer1")->stop();
-        SettleWindows();
+        settleWindows();
     }
     ~RunningTest()
     {
-        m_screen.cmdStop_Click();
+        m_screen.stopTest();
         m_screen.hide();
     }
 
@@ -88,20 +87,14 @@ void BM_AnswerArithmetic(benchmark::State &state)
                            : number2->text().isEmpty() ? number2
                                                        : answer;
         blank->setText(QStringLiteral("7"));
-        const StepTimes times = TimeStepAndFrame([&] {
-            if (blank == number1)
-                test.screen().txtNum1_KeyPress(Enter);
-            else if (blank == number2)
-                test.screen().txtNum2_KeyPress(Enter);
-            else
-                test.screen().txtAnswer_KeyPress(Enter);
-        });
+        const StepTimes times =
+            timeStepAndFrame([&] { test.screen().onAnswerBoxKey(*blank, Qt::Key_Return); });
         state.SetIterationTime(times.step.value / 1000);
         steps.push_back(times.step);
         frames.push_back(times.frame);
     }
-    ReportUnder(state, "One answer, Arithmetic", steps, AnswerMs, {}, "ms", "answer_");
-    ReportUnder(state, "One answer, Arithmetic + frame drawn", frames, FrameMs, {}, "ms", "frame_");
+    reportUnder(state, "One answer, Arithmetic", steps, AnswerMs, {}, "ms", "answer_");
+    reportUnder(state, "One answer, Arithmetic + frame drawn", frames, FrameMs, {}, "ms", "frame_");
 }
 
 void BM_AnswerMultipleChoice(benchmark::State &state)
@@ -117,13 +110,13 @@ void BM_AnswerMultipleChoice(benchmark::State &state)
         choice = (choice + 1) % 4;
         options[static_cast<std::size_t>(choice)]->setChecked(true);
         const StepTimes times =
-            TimeStepAndFrame([&] { test.screen().optAnswer_KeyPress(choice, Enter); });
+            timeStepAndFrame([&] { test.screen().onAnswerKey(Qt::Key_Return); });
         state.SetIterationTime(times.step.value / 1000);
         steps.push_back(times.step);
         frames.push_back(times.frame);
     }
-    ReportUnder(state, "One answer, multiple choice", steps, AnswerMs, {}, "ms", "answer_");
-    ReportUnder(state, "One answer, multiple choice + frame drawn", frames, FrameMs, {}, "ms",
+    reportUnder(state, "One answer, multiple choice", steps, AnswerMs, {}, "ms", "answer_");
+    reportUnder(state, "One answer, multiple choice + frame drawn", frames, FrameMs, {}, "ms",
                 "frame_");
 }
 

@@ -14,13 +14,13 @@
 
 namespace {
 
-void Report(const char *kind, const QString &title, const QString &text)
+void report(const char *kind, const QString &title, const QString &text)
 {
     std::cerr << "unexpected " << kind << " \"" << title.toStdString()
               << "\": " << text.toStdString() << '\n';
 }
 
-std::filesystem::path BaseDirectory()
+std::filesystem::path baseDirectory()
 {
     const char *chosen = std::getenv("TAVRINO_BENCH_DIR");
     if (chosen && *chosen)
@@ -32,18 +32,18 @@ std::filesystem::path BaseDirectory()
 
 void SilentPrompt::stop(QWidget *, const QString &title, const QString &text)
 {
-    Report("message", title, text);
+    report("message", title, text);
 }
 
 bool SilentPrompt::confirm(QWidget *, const QString &title, const QString &text)
 {
-    Report("confirmation", title, text);
+    report("confirmation", title, text);
     return true;
 }
 
 QString SilentPrompt::input(QWidget *, const QString &title, const QString &prompt, const QString &)
 {
-    Report("input box", title, prompt);
+    report("input box", title, prompt);
     return QStringLiteral("Student");
 }
 
@@ -54,11 +54,11 @@ BenchData &BenchData::instance()
 }
 
 BenchData::BenchData()
-    : m_root(BaseDirectory() / ("tavrino-bench-" + std::to_string(::getpid()))),
+    : m_root(baseDirectory() / ("tavrino-bench-" + std::to_string(::getpid()))),
       m_paths(DataPaths::in(m_root / "data"))
 {
     std::cerr << "Writing the large data set to " << m_paths.dataDir << " ..." << std::endl;
-    if (const std::optional<FileError> error = WriteLargeDataSet(m_paths.dataDir))
+    if (const std::optional<FileError> error = writeLargeDataSet(m_paths.dataDir))
         throw std::runtime_error(error->message());
 }
 
@@ -75,7 +75,7 @@ const DataPaths &BenchData::ordinaryBankPaths()
         LargeDataSetSize size;
         size.questionsPerLevel = 12;
         const DataPaths paths = DataPaths::in(m_root / "ordinary-bank" / "data");
-        if (const std::optional<FileError> error = WriteLargeDataSet(paths.dataDir, size))
+        if (const std::optional<FileError> error = writeLargeDataSet(paths.dataDir, size))
             throw std::runtime_error(error->message());
         m_ordinaryBankPaths = paths;
     }

@@ -18,6 +18,6 @@ int main(int argc, char **argv)
         return 1;
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    PrintFigures(std::cout);
+    printFigures(std::cout);
     return 0;
 }

@@ -6,13 +6,13 @@
 
 namespace {
 
-std::vector<Figure> &Figures()
+std::vector<Figure> &allFigures()
 {
     static std::vector<Figure> figures;
     return figures;
 }
 
-std::string Fixed(double value, int decimals)
+std::string withDecimals(double value, int decimals)
 {
     char text[32];
     std::snprintf(text, sizeof text, "%.*f", decimals, value);
@@ -20,9 +20,9 @@ std::string Fixed(double value, int decimals)
 }
 
 // Small times keep their digits; large ones need none after the point.
-std::string Amount(double value)
+std::string amount(double value)
 {
-    return Fixed(value, value < 1 ? 3 : value < 100 ? 2 : 0);
+    return withDecimals(value, value < 1 ? 3 : value < 100 ? 2 : 0);
 }
 
 } // namespace
@@ -50,16 +50,16 @@ Sample operator+(const Sample &a, const Sample &b)
     return sum;
 }
 
-double CpuMilliseconds()
+double cpuMilliseconds()
 {
     timespec now{};
     ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-void RecordFigure(const Figure &figure)
+void recordFigure(const Figure &figure)
 {
-    std::vector<Figure> &figures = Figures();
+    std::vector<Figure> &figures = allFigures();
     const auto same = std::find_if(figures.begin(), figures.end(),
                                    [&](const Figure &each) { return each.name == figure.name; });
     if (same != figures.end())
@@ -68,24 +68,24 @@ void RecordFigure(const Figure &figure)
         figures.push_back(figure);
 }
 
-const std::vector<Figure> &RecordedFigures()
+const std::vector<Figure> &recordedFigures()
 {
-    return Figures();
+    return allFigures();
 }
 
-void PrintFigures(std::ostream &out)
+void printFigures(std::ostream &out)
 {
     const auto optional = [](const std::optional<double> &value, const std::string &unit) {
-        return value ? Amount(*value) + ' ' + unit : std::string("-");
+        return value ? amount(*value) + ' ' + unit : std::string("-");
     };
     const auto times = [](const std::optional<double> &ratio) {
-        return ratio ? Fixed(*ratio, 2) + "x" : std::string("-");
+        return ratio ? withDecimals(*ratio, 2) + "x" : std::string("-");
     };
     out << "\n| Figure | Median | Floor | Ratio | CPU | Floor CPU | CPU ratio | Goal | Met | Runs "
            "|\n"
         << "|---|---:|---:|---:|---:|---:|---:|---|---|---:|\n";
-    for (const Figure &figure : Figures()) {
-        out << "| " << figure.name << " | " << Amount(figure.value) << ' ' << figure.unit << " | "
+    for (const Figure &figure : allFigures()) {
+        out << "| " << figure.name << " | " << amount(figure.value) << ' ' << figure.unit << " | "
             << optional(figure.floor, figure.unit) << " | " << times(figure.ratio()) << " | "
             << optional(figure.cpu, "ms") << " | " << optional(figure.floorCpu, "ms") << " | "
             << times(figure.cpuRatio()) << " | " << figure.goal << " | "
@@ -96,35 +96,35 @@ void PrintFigures(std::ostream &out)
 
 namespace {
 
-std::optional<double> MedianCpu(const std::vector<Sample> &samples)
+std::optional<double> medianCpu(const std::vector<Sample> &samples)
 {
     std::vector<double> cpu;
     for (const Sample &sample : samples)
         if (sample.cpu)
             cpu.push_back(*sample.cpu);
-    return cpu.size() == samples.size() && !cpu.empty() ? std::optional<double>(Median(cpu))
+    return cpu.size() == samples.size() && !cpu.empty() ? std::optional<double>(median(cpu))
                                                         : std::nullopt;
 }
 
-void FillMedians(Figure &figure, const std::vector<Sample> &samples,
+void fillMedians(Figure &figure, const std::vector<Sample> &samples,
                  const std::vector<Sample> &floorSamples)
 {
     std::vector<double> wall;
     for (const Sample &sample : samples)
         wall.push_back(sample.value);
-    figure.value = Median(wall);
-    figure.cpu = MedianCpu(samples);
+    figure.value = median(wall);
+    figure.cpu = medianCpu(samples);
     if (floorSamples.empty())
         return;
     wall.clear();
     for (const Sample &sample : floorSamples)
         wall.push_back(sample.value);
-    figure.floor = Median(wall);
-    figure.floorCpu = MedianCpu(floorSamples);
+    figure.floor = median(wall);
+    figure.floorCpu = medianCpu(floorSamples);
 }
 
 // One benchmark may report several figures; the counters of each carry a prefix.
-void ShowCounters(benchmark::State &state, const Figure &figure, const std::string &prefix)
+void showCounters(benchmark::State &state, const Figure &figure, const std::string &prefix)
 {
     state.counters[prefix + figure.unit] = figure.value;
     if (figure.floor) {
@@ -138,22 +138,23 @@ void ShowCounters(benchmark::State &state, const Figure &figure, const std::stri
 
 } // namespace
 
-void ReportAgainstFloor(benchmark::State &state, const std::string &name,
+void reportAgainstFloor(benchmark::State &state, const std::string &name,
                         const std::vector<Sample> &samples, const std::vector<Sample> &floorSamples,
                         double factor, const std::string &unit, const std::string &prefix)
 {
     Figure figure;
     figure.name = name;
     figure.unit = unit;
-    FillMedians(figure, samples, floorSamples);
+    fillMedians(figure, samples, floorSamples);
     figure.limit = factor * *figure.floor;
-    figure.goal = "within " + Fixed(factor, factor == static_cast<int>(factor) ? 0 : 1) + "x floor";
+    figure.goal =
+        "within " + withDecimals(factor, factor == static_cast<int>(factor) ? 0 : 1) + "x floor";
     figure.runs = static_cast<int>(samples.size());
-    ShowCounters(state, figure, prefix);
-    RecordFigure(figure);
+    showCounters(state, figure, prefix);
+    recordFigure(figure);
 }
 
-void ReportUnder(benchmark::State &state, const std::string &name,
+void reportUnder(benchmark::State &state, const std::string &name,
                  const std::vector<Sample> &samples, double limit,
                  const std::vector<Sample> &floorSamples, const std::string &unit,
                  const std::string &prefix)
@@ -161,15 +162,15 @@ void ReportUnder(benchmark::State &state, const std::string &name,
     Figure figure;
     figure.name = name;
     figure.unit = unit;
-    FillMedians(figure, samples, floorSamples);
+    fillMedians(figure, samples, floorSamples);
     figure.limit = limit;
-    figure.goal = "under " + Amount(limit) + " " + unit;
+    figure.goal = "under " + amount(limit) + " " + unit;
     figure.runs = static_cast<int>(samples.size());
-    ShowCounters(state, figure, prefix);
-    RecordFigure(figure);
+    showCounters(state, figure, prefix);
+    recordFigure(figure);
 }
 
-double Median(std::vector<double> samples)
+double median(std::vector<double> samples)
 {
     if (samples.empty())
         return 0;

@@ -37,36 +37,36 @@ struct Figure {
 };
 
 // Keeps the latest figure of each name, in the order first recorded.
-void RecordFigure(const Figure &figure);
-const std::vector<Figure> &RecordedFigures();
+void recordFigure(const Figure &figure);
+const std::vector<Figure> &recordedFigures();
 
 // The table of every recorded figure.
-void PrintFigures(std::ostream &out);
+void printFigures(std::ostream &out);
 
 // Records a figure whose goal is a multiple of its floor, and shows the floor
 // and the ratio as counters on the benchmark's own line.
-void ReportAgainstFloor(benchmark::State &state, const std::string &name,
+void reportAgainstFloor(benchmark::State &state, const std::string &name,
                         const std::vector<Sample> &samples, const std::vector<Sample> &floorSamples,
                         double factor, const std::string &unit = "ms",
                         const std::string &prefix = "");
 
 // Records a figure whose goal is a fixed bound; a floor, when given, is shown beside it.
 // A benchmark that reports several figures gives each its own counter prefix.
-void ReportUnder(benchmark::State &state, const std::string &name,
+void reportUnder(benchmark::State &state, const std::string &name,
                  const std::vector<Sample> &samples, double limit,
                  const std::vector<Sample> &floorSamples = {}, const std::string &unit = "ms",
                  const std::string &prefix = "");
 
 // Timing helpers: one call measured, and the median of samples.
-double CpuMilliseconds();
-template <typename Call> Sample Measure(Call &&call)
+double cpuMilliseconds();
+template <typename Call> Sample measure(Call &&call)
 {
-    const double cpuStart = CpuMilliseconds();
+    const double cpuStart = cpuMilliseconds();
     const auto start = std::chrono::steady_clock::now();
     call();
     const auto end = std::chrono::steady_clock::now();
     return {std::chrono::duration<double, std::milli>(end - start).count(),
-            CpuMilliseconds() - cpuStart};
+            cpuMilliseconds() - cpuStart};
 }
 
-double Median(std::vector<double> samples);
+double median(std::vector<double> samples);

@@ -20,7 +20,7 @@ constexpr double StudentsFileMs = 5;
 // screen: within a frame, like every other step on the screens.
 constexpr double FirstUseMs = 16;
 
-std::filesystem::path Beside(const std::filesystem::path &file, const char *name)
+std::filesystem::path beside(const std::filesystem::path &file, const char *name)
 {
     return file.parent_path() / name;
 }
@@ -37,19 +37,19 @@ void BM_LoadTests(benchmark::State &state)
     std::vector<Sample> wholeLoads;
     std::vector<Sample> floors;
     for (auto _ : state) {
-        floors.push_back(Measure([&] { benchmark::DoNotOptimize(ReadFloor(path)); }));
+        floors.push_back(measure([&] { benchmark::DoNotOptimize(readFloor(path)); }));
         // A fresh bank, as at start-up; dropping it afterwards is not part of loading.
         auto bank = std::make_unique<TestBank>();
         LoadResult result;
-        loads.push_back(Measure([&] { result = loadTests(*bank, path); }));
+        loads.push_back(measure([&] { result = loadTests(*bank, path); }));
         state.SetIterationTime(loads.back().value / 1000);
         if (result.status != LoadResult::Status::Loaded) {
             state.SkipWithError("the Tests file did not load");
             break;
         }
-        firstUses.push_back(Measure(
+        firstUses.push_back(measure(
             [&] { benchmark::DoNotOptimize(bank->questionBank[FirstAddedSubject].items()); }));
-        const Sample rest = Measure([&] {
+        const Sample rest = measure([&] {
             for (const SubjectQuestions &questions : bank->questionBank)
                 benchmark::DoNotOptimize(questions.items());
         });
@@ -57,11 +57,11 @@ void BM_LoadTests(benchmark::State &state)
     }
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
                             static_cast<int64_t>(BenchData::instance().testsBytes()));
-    ReportAgainstFloor(state, "LoadTests, large bank (questions decoded on first use)", loads,
+    reportAgainstFloor(state, "LoadTests, large bank (questions decoded on first use)", loads,
                        floors, LoadTestsFactor);
-    ReportUnder(state, "First use of a subject: 13 x 1000 questions decoded", firstUses, FirstUseMs,
+    reportUnder(state, "First use of a subject: 13 x 1000 questions decoded", firstUses, FirstUseMs,
                 {}, "ms", "first_use_");
-    ReportAgainstFloor(state, "LoadTests, large bank, every question decoded", wholeLoads, floors,
+    reportAgainstFloor(state, "LoadTests, large bank, every question decoded", wholeLoads, floors,
                        LoadTestsFactor, "ms", "decoded_");
 }
 
@@ -81,17 +81,17 @@ void BM_SaveTests(benchmark::State &state)
     for (const SubjectQuestions &questions : decoded.questionBank)
         benchmark::DoNotOptimize(questions.items());
 
-    const std::string bytes = WholeFile(path);
-    const auto target = Beside(path, "saved_Tests.dat");
-    const auto floorTarget = Beside(path, "floor_Tests.dat");
+    const std::string bytes = wholeFile(path);
+    const auto target = beside(path, "saved_Tests.dat");
+    const auto floorTarget = beside(path, "floor_Tests.dat");
     std::vector<Sample> saves;
     std::vector<Sample> decodedSaves;
     std::vector<Sample> floors;
     for (auto _ : state) {
-        floors.push_back(Measure([&] { WriteFloor(floorTarget, bytes); }));
+        floors.push_back(measure([&] { writeFloor(floorTarget, bytes); }));
         std::optional<FileError> error;
-        saves.push_back(Measure([&] { error = saveTests(asLoaded, target); }));
-        decodedSaves.push_back(Measure([&] {
+        saves.push_back(measure([&] { error = saveTests(asLoaded, target); }));
+        decodedSaves.push_back(measure([&] {
             if (!error)
                 error = saveTests(decoded, target);
         }));
@@ -99,12 +99,12 @@ void BM_SaveTests(benchmark::State &state)
         if (error)
             state.SkipWithError(error->message().c_str());
     }
-    if (WholeFile(target) != bytes)
+    if (wholeFile(target) != bytes)
         state.SkipWithError("the saved Tests file differs from the loaded one");
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
                             static_cast<int64_t>(bytes.size()));
-    ReportAgainstFloor(state, "SaveTests, large bank as loaded", saves, floors, SaveTestsFactor);
-    ReportAgainstFloor(state, "SaveTests, large bank, every question decoded", decodedSaves, floors,
+    reportAgainstFloor(state, "SaveTests, large bank as loaded", saves, floors, SaveTestsFactor);
+    reportAgainstFloor(state, "SaveTests, large bank, every question decoded", decodedSaves, floors,
                        SaveTestsFactor, "ms", "decoded_");
 }
 
@@ -116,37 +116,37 @@ void BM_LoadStudents(benchmark::State &state)
     std::vector<Sample> loads;
     std::vector<Sample> floors;
     for (auto _ : state) {
-        floors.push_back(Measure([&] { benchmark::DoNotOptimize(ReadFloor(path)); }));
+        floors.push_back(measure([&] { benchmark::DoNotOptimize(readFloor(path)); }));
         auto records = std::make_unique<StudentRecords>();
         LoadResult result;
-        loads.push_back(Measure([&] { result = loadStudents(*records, bank, path); }));
+        loads.push_back(measure([&] { result = loadStudents(*records, bank, path); }));
         state.SetIterationTime(loads.back().value / 1000);
         if (result.status != LoadResult::Status::Loaded || records->students.size() != 1000)
             state.SkipWithError("the Students file did not load");
     }
-    ReportUnder(state, "LoadStudents, 1000 students x 50 subjects", loads, StudentsFileMs, floors);
+    reportUnder(state, "LoadStudents, 1000 students x 50 subjects", loads, StudentsFileMs, floors);
 }
 
 void BM_SaveStudents(benchmark::State &state)
 {
     BenchData &data = BenchData::instance();
     const StudentRecords &records = data.session().records;
-    const std::string bytes = WholeFile(data.paths().studentsPath);
-    const auto target = Beside(data.paths().studentsPath, "saved_Students.dat");
-    const auto floorTarget = Beside(data.paths().studentsPath, "floor_Students.dat");
+    const std::string bytes = wholeFile(data.paths().studentsPath);
+    const auto target = beside(data.paths().studentsPath, "saved_Students.dat");
+    const auto floorTarget = beside(data.paths().studentsPath, "floor_Students.dat");
     std::vector<Sample> saves;
     std::vector<Sample> floors;
     for (auto _ : state) {
-        floors.push_back(Measure([&] { WriteFloor(floorTarget, bytes); }));
+        floors.push_back(measure([&] { writeFloor(floorTarget, bytes); }));
         std::optional<FileError> error;
-        saves.push_back(Measure([&] { error = saveStudents(records, target); }));
+        saves.push_back(measure([&] { error = saveStudents(records, target); }));
         state.SetIterationTime(saves.back().value / 1000);
         if (error)
             state.SkipWithError(error->message().c_str());
     }
-    if (WholeFile(target) != bytes)
+    if (wholeFile(target) != bytes)
         state.SkipWithError("the saved Students file differs from the loaded one");
-    ReportUnder(state, "SaveStudents, 1000 students x 50 subjects", saves, StudentsFileMs, floors);
+    reportUnder(state, "SaveStudents, 1000 students x 50 subjects", saves, StudentsFileMs, floors);
 }
 
 } // namespace

@@ -12,27 +12,27 @@
 
 namespace {
 
-[[noreturn]] void Fail(const std::string &what, const std::filesystem::path &path)
+[[noreturn]] void fail(const std::string &what, const std::filesystem::path &path)
 {
     throw std::runtime_error(what + " " + path.string());
 }
 
-std::size_t FileSize(int fd, const std::filesystem::path &path)
+std::size_t fileSize(int fd, const std::filesystem::path &path)
 {
     struct stat status {};
     if (::fstat(fd, &status) != 0)
-        Fail("cannot stat", path);
+        fail("cannot stat", path);
     return static_cast<std::size_t>(status.st_size);
 }
 
 } // namespace
 
-std::size_t ReadFloor(const std::filesystem::path &path)
+std::size_t readFloor(const std::filesystem::path &path)
 {
     UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (fd.get() < 0)
-        Fail("cannot open", path);
-    const std::size_t size = FileSize(fd.get(), path);
+        fail("cannot open", path);
+    const std::size_t size = fileSize(fd.get(), path);
     // Not zero-filled: the floor pays only for the pages the read fills. A large
     // file goes to memory backed by huge pages where the system offers them, as
     // the loader's does; a small one to the heap, whose pages are used again.
@@ -41,7 +41,7 @@ std::size_t ReadFloor(const std::filesystem::path &path)
         void *buffer =
             ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (buffer == MAP_FAILED)
-            Fail("no memory to read", path);
+            fail("no memory to read", path);
         ::madvise(buffer, size, MADV_HUGEPAGE);
         got = ::read(fd.get(), buffer, size);
         ::munmap(buffer, size);
@@ -50,40 +50,40 @@ std::size_t ReadFloor(const std::filesystem::path &path)
         got = ::read(fd.get(), buffer.get(), size);
     }
     if (got < 0 || static_cast<std::size_t>(got) != size)
-        Fail("short read of", path);
+        fail("short read of", path);
     return static_cast<std::size_t>(got);
 }
 
-void WriteFloor(const std::filesystem::path &target, std::string_view bytes)
+void writeFloor(const std::filesystem::path &target, std::string_view bytes)
 {
     std::filesystem::path temporary = target;
     temporary += ".floor-tmp";
     UniqueFd fd(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
     if (fd.get() < 0)
-        Fail("cannot create", temporary);
+        fail("cannot create", temporary);
     const ssize_t written = ::write(fd.get(), bytes.data(), bytes.size());
     if (written < 0 || static_cast<std::size_t>(written) != bytes.size())
-        Fail("short write of", temporary);
+        fail("short write of", temporary);
     if (::fsync(fd.get()) != 0 || !fd.close())
-        Fail("cannot flush", temporary);
+        fail("cannot flush", temporary);
     if (::rename(temporary.c_str(), target.c_str()) != 0)
-        Fail("cannot rename", temporary);
+        fail("cannot rename", temporary);
     const UniqueFd dir(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (dir.get() >= 0)
         ::fsync(dir.get());
 }
 
-std::string WholeFile(const std::filesystem::path &path)
+std::string wholeFile(const std::filesystem::path &path)
 {
     UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (fd.get() < 0)
-        Fail("cannot open", path);
-    std::string bytes(FileSize(fd.get(), path), '\0');
+        fail("cannot open", path);
+    std::string bytes(fileSize(fd.get(), path), '\0');
     std::size_t done = 0;
     while (done < bytes.size()) {
         const ssize_t got = ::read(fd.get(), bytes.data() + done, bytes.size() - done);
         if (got <= 0)
-            Fail("short read of", path);
+            fail("short read of", path);
         done += static_cast<std::size_t>(got);
     }
     return bytes;

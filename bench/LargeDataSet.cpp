@@ -57,7 +57,7 @@ private:
 };
 
 // Length counts characters, as the screens and the file (one byte each) do.
-std::size_t CharacterCount(std::string_view utf8)
+std::size_t characterCount(std::string_view utf8)
 {
     return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char c) {
         return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
@@ -65,7 +65,7 @@ std::size_t CharacterCount(std::string_view utf8)
 }
 
 // Words until the wanted length is reached, then cut to it exactly.
-std::string Sentence(Draw &draw, int length)
+std::string sentence(Draw &draw, int length)
 {
     std::string text;
     std::size_t characters = 0;
@@ -76,7 +76,7 @@ std::string Sentence(Draw &draw, int length)
         }
         const std::string_view word = draw.from(Words);
         text += word;
-        characters += CharacterCount(word);
+        characters += characterCount(word);
     }
     while (characters > static_cast<std::size_t>(length)) {
         // Drop the last character, with every byte of it.
@@ -89,7 +89,7 @@ std::string Sentence(Draw &draw, int length)
     return text;
 }
 
-std::string SubjectName(int subject)
+std::string subjectName(int subject)
 {
     const int added = subject - FirstAddedSubject;
     const int topics = static_cast<int>(Topics.size());
@@ -104,7 +104,7 @@ std::string SubjectName(int subject)
 
 } // namespace
 
-TestBank MakeLargeTestBank(const LargeDataSetSize &size)
+TestBank makeLargeTestBank(const LargeDataSetSize &size)
 {
     TestBank bank;
     buildDefaultTests(bank);
@@ -112,7 +112,7 @@ TestBank MakeLargeTestBank(const LargeDataSetSize &size)
     bank.subjectMax = subjects - 1;
     bank.subjects.resize(static_cast<std::size_t>(subjects));
     for (int s = FirstAddedSubject; s < subjects; ++s)
-        bank.subjects[static_cast<std::size_t>(s)] = Subject{SubjectName(s), false};
+        bank.subjects[static_cast<std::size_t>(s)] = Subject{subjectName(s), false};
     bank.questionBank.resize(static_cast<std::size_t>(subjects));
     bank.limits.resize(static_cast<std::size_t>(subjects));
     resizeQuestionSlots(bank, size.questionsPerLevel - 1);
@@ -127,14 +127,14 @@ TestBank MakeLargeTestBank(const LargeDataSetSize &size)
                  bank.questionBank[static_cast<std::size_t>(s)].items()[level]) {
                 for (std::string *field : {&question.text, &question.answer, &question.wrong1,
                                            &question.wrong2, &question.wrong3})
-                    *field = Sentence(draw, draw.between(size.shortestText, size.longestText));
+                    *field = sentence(draw, draw.between(size.shortestText, size.longestText));
             }
         }
     }
     return bank;
 }
 
-StudentRecords MakeLargeRoster(const TestBank &bank, const LargeDataSetSize &size)
+StudentRecords makeLargeRoster(const TestBank &bank, const LargeDataSetSize &size)
 {
     Draw draw(size.seed + 1);
     StudentRecords records;
@@ -160,7 +160,7 @@ StudentRecords MakeLargeRoster(const TestBank &bank, const LargeDataSetSize &siz
     return records;
 }
 
-std::optional<FileError> WriteLargeDataSet(const std::filesystem::path &dataDir,
+std::optional<FileError> writeLargeDataSet(const std::filesystem::path &dataDir,
                                            const LargeDataSetSize &size)
 {
     std::error_code ec;
@@ -168,8 +168,8 @@ std::optional<FileError> WriteLargeDataSet(const std::filesystem::path &dataDir,
     if (ec)
         return FileError{FileError::Kind::Unwritable, dataDir.string(), ec.message(), {}};
     const DataPaths paths = DataPaths::in(dataDir);
-    const TestBank bank = MakeLargeTestBank(size);
+    const TestBank bank = makeLargeTestBank(size);
     if (std::optional<FileError> error = saveTests(bank, paths.testsPath))
         return error;
-    return saveStudents(MakeLargeRoster(bank, size), paths.studentsPath);
+    return saveStudents(makeLargeRoster(bank, size), paths.studentsPath);
 }

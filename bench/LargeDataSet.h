@@ -22,12 +22,12 @@ struct LargeDataSetSize {
 
 // The bank: Arithmetic as built in, every other subject holding
 // questionsPerLevel questions at every level (so questionMax is one less).
-TestBank MakeLargeTestBank(const LargeDataSetSize &size = {});
+TestBank makeLargeTestBank(const LargeDataSetSize &size = {});
 
 // The roster for that bank, with scores in every subject and level.
-StudentRecords MakeLargeRoster(const TestBank &bank, const LargeDataSetSize &size = {});
+StudentRecords makeLargeRoster(const TestBank &bank, const LargeDataSetSize &size = {});
 
 // Writes both files into dataDir (created when missing), as the program saves
 // them. The first failure is returned.
-std::optional<FileError> WriteLargeDataSet(const std::filesystem::path &dataDir,
+std::optional<FileError> writeLargeDataSet(const std::filesystem::path &dataDir,
                                            const LargeDataSetSize &size = {});

@@ -17,7 +17,7 @@ int main(int argc, char *argv[])
         return 2;
     }
     const std::filesystem::path dataDir = std::filesystem::path(argv[1]) / "data";
-    if (const std::optional<FileError> error = WriteLargeDataSet(dataDir, size)) {
+    if (const std::optional<FileError> error = writeLargeDataSet(dataDir, size)) {
         std::cerr << error->message() << '\n';
         return 1;
     }

@@ -30,7 +30,7 @@ public:
         m_editor.resize(1000, 640);
         m_editor.show();
         m_editor.showSubject();
-        SettleWindows();
+        settleWindows();
     }
     ~ShownEditor() { m_editor.hide(); }
 
@@ -56,19 +56,19 @@ void BM_PopulateGrid(benchmark::State &state)
     std::vector<Sample> steps;
     std::vector<Sample> frames;
     for (auto _ : state) {
-        const StepTimes times = TimeStepAndFrame([&] { shown.editor().PopulateGrid(); });
+        const StepTimes times = timeStepAndFrame([&] { shown.editor().fillGrid(); });
         state.SetIterationTime(times.frame.value / 1000);
         steps.push_back(times.step);
         frames.push_back(times.frame);
     }
-    ReportUnder(state, "PopulateGrid, 13 x 1000 questions", steps, FrameMs, {}, "ms", "step_");
-    ReportUnder(state, "PopulateGrid, 13 x 1000 questions + frame drawn", frames, FrameMs, {}, "ms",
+    reportUnder(state, "PopulateGrid, 13 x 1000 questions", steps, FrameMs, {}, "ms", "step_");
+    reportUnder(state, "PopulateGrid, 13 x 1000 questions + frame drawn", frames, FrameMs, {}, "ms",
                 "frame_");
 }
 
 // Takes the added question back. Shrinking frees what the growth took, so
 // each run pays for the growth anew.
-void UndoAdd(TestBank &bank, int32_t questionMax, int32_t lastQuestion, int level)
+void undoAdd(TestBank &bank, int32_t questionMax, int32_t lastQuestion, int level)
 {
     bank.limits[SubjectEdited].lastQuestion[level] = lastQuestion;
     resizeQuestionSlots(bank, questionMax);
@@ -80,7 +80,7 @@ void UndoAdd(TestBank &bank, int32_t questionMax, int32_t lastQuestion, int leve
 // Both cases are measured: the bank as loaded with only the edited subject
 // decoded, as after opening the Tests screen, and every subject decoded, as
 // after an adult has gone through all fifty in one session.
-void AddQuestionGrowingAllSubjects(benchmark::State &state, bool decodeAll)
+void addQuestionGrowingAllSubjects(benchmark::State &state, bool decodeAll)
 {
     BenchData &data = BenchData::instance();
     Session &session = data.session();
@@ -107,30 +107,30 @@ void AddQuestionGrowingAllSubjects(benchmark::State &state, bool decodeAll)
         // The last row belongs to the last level: the new question goes there.
         shown.editor().selectRow(shown.rows() - 1);
         QCoreApplication::processEvents();
-        const StepTimes times = TimeStepAndFrame([&] { shown.editor().cmdAdd_Click(); });
+        const StepTimes times = timeStepAndFrame([&] { shown.editor().addQuestion(); });
         state.SetIterationTime(times.frame.value / 1000);
         steps.push_back(times.step);
         frames.push_back(times.frame);
         if (bank.questionMax != questionMax + 1)
             state.SkipWithError("adding did not grow the slot bound");
-        UndoAdd(bank, questionMax, lastQuestion, level);
-        shown.editor().PopulateGrid();
+        undoAdd(bank, questionMax, lastQuestion, level);
+        shown.editor().fillGrid();
     }
     const std::string name = std::string("Add question to a full level (grows 50 subjects), ") +
                              (decodeAll ? "every subject decoded" : "bank as loaded");
     const std::string prefix = decodeAll ? "decoded_" : "";
-    ReportUnder(state, name, steps, AddQuestionMs, {}, "ms", prefix + "step_");
-    ReportUnder(state, name + " + frame drawn", frames, AddQuestionMs, {}, "ms", prefix + "frame_");
+    reportUnder(state, name, steps, AddQuestionMs, {}, "ms", prefix + "step_");
+    reportUnder(state, name + " + frame drawn", frames, AddQuestionMs, {}, "ms", prefix + "frame_");
 }
 
 void BM_AddQuestionToLoadedBank(benchmark::State &state)
 {
-    AddQuestionGrowingAllSubjects(state, false);
+    addQuestionGrowingAllSubjects(state, false);
 }
 
 void BM_AddQuestionWithEverySubjectDecoded(benchmark::State &state)
 {
-    AddQuestionGrowingAllSubjects(state, true);
+    addQuestionGrowingAllSubjects(state, true);
 }
 
 } // namespace

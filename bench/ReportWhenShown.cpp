@@ -12,7 +12,7 @@
 namespace {
 
 // The peak resident memory so far, in kB, as the kernel counts it for this process.
-long PeakResidentKilobytes()
+long peakResidentKilobytes()
 {
     std::ifstream status("/proc/self/status");
     std::string line;
@@ -26,12 +26,12 @@ long PeakResidentKilobytes()
 // The line is the monotonic clock in ns (the steady clock, which the parent reads
 // too) and the peak memory in kB. The process ends without tearing anything
 // down: only start-up is measured.
-[[noreturn]] void ReportAndEnd()
+[[noreturn]] void reportAndEnd()
 {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     const std::string line =
         std::to_string(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()) + " " +
-        std::to_string(PeakResidentKilobytes()) + "\n";
+        std::to_string(peakResidentKilobytes()) + "\n";
     const ssize_t written = ::write(STDOUT_FILENO, line.data(), line.size());
     std::_Exit(written == static_cast<ssize_t>(line.size()) ? 0 : 1);
 }
@@ -49,7 +49,7 @@ bool ReportWhenShown::eventFilter(QObject *, QEvent *event)
         m_painted = true;
         // Queued, so the children are painted and the frame is out first.
         QMetaObject::invokeMethod(
-            this, [] { ReportAndEnd(); }, Qt::QueuedConnection);
+            this, [] { reportAndEnd(); }, Qt::QueuedConnection);
     }
     return false;
 }

@@ -20,23 +20,23 @@ constexpr double FrameMs = 16;
 // An added subject: its scores are those of any other.
 constexpr int SubjectShown = 17;
 
-void ResultsGridRefresh(benchmark::State &state, bool byStudent)
+void resultsGridRefresh(benchmark::State &state, bool byStudent)
 {
     Session &session = BenchData::instance().session();
     StudentsScreen screen(session);
     screen.setHelpOpener([](QWidget *) {});
-    if (!screen.Form_Load()) {
+    if (!screen.loadRoster()) {
         state.SkipWithError("the Students screen did not load");
         return;
     }
     screen.show();
-    SettleWindows();
+    settleWindows();
     screen.findChild<QComboBox *>(QStringLiteral("cmbSubject"))->setCurrentIndex(SubjectShown);
     screen
         .findChild<QRadioButton *>(byStudent ? QStringLiteral("optByStudent")
                                              : QStringLiteral("optBySubject"))
         ->click();
-    SettleWindows();
+    settleWindows();
 
     QListWidget *list = screen.findChild<QListWidget *>(QStringLiteral("List1"));
     const int students = list->count();
@@ -46,26 +46,26 @@ void ResultsGridRefresh(benchmark::State &state, bool byStudent)
     for (auto _ : state) {
         // Far enough each time that the grid scrolls to the newly highlighted rows.
         student = (student + 337) % students;
-        const StepTimes times = TimeStepAndFrame([&] { list->setCurrentRow(student); });
+        const StepTimes times = timeStepAndFrame([&] { list->setCurrentRow(student); });
         state.SetIterationTime(times.frame.value / 1000);
         steps.push_back(times.step);
         frames.push_back(times.frame);
     }
     const std::string mode = byStudent ? "Results grid, student mode, 50 subjects"
                                        : "Results grid, subject mode, 1000 students";
-    ReportUnder(state, mode + ": fill step", steps, FrameMs, {}, "ms", "step_");
-    ReportUnder(state, mode + ": fill step + frame drawn", frames, FrameMs, {}, "ms", "frame_");
+    reportUnder(state, mode + ": fill step", steps, FrameMs, {}, "ms", "step_");
+    reportUnder(state, mode + ": fill step + frame drawn", frames, FrameMs, {}, "ms", "frame_");
     screen.hide();
 }
 
 void BM_ResultsGridBySubject(benchmark::State &state)
 {
-    ResultsGridRefresh(state, false);
+    resultsGridRefresh(state, false);
 }
 
 void BM_ResultsGridByStudent(benchmark::State &state)
 {
-    ResultsGridRefresh(state, true);
+    resultsGridRefresh(state, true);
 }
 
 } // namespace

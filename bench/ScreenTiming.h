@@ -11,16 +11,16 @@ struct StepTimes {
     Sample frame; // the handler and the frame drawn after it
 };
 
-template <typename Step> StepTimes TimeStepAndFrame(Step &&step)
+template <typename Step> StepTimes timeStepAndFrame(Step &&step)
 {
     StepTimes times;
-    times.step = Measure(step);
-    times.frame = times.step + Measure([] { QCoreApplication::processEvents(); });
+    times.step = measure(step);
+    times.frame = times.step + measure([] { QCoreApplication::processEvents(); });
     return times;
 }
 
 // Lets a freshly shown window be laid out and painted before timing starts.
-inline void SettleWindows()
+inline void settleWindows()
 {
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();

@@ -34,18 +34,18 @@ struct ChildRun {
     double peakMB = 0; // its peak resident memory
 };
 
-std::string Sibling(const char *program)
+std::string sibling(const char *program)
 {
     return (QCoreApplication::applicationDirPath() + QLatin1Char('/') + QLatin1String(program))
         .toStdString();
 }
 
-double Milliseconds(const timeval &time)
+double milliseconds(const timeval &time)
 {
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
 }
 
-int64_t MonotonicNanoseconds()
+int64_t monotonicNanoseconds()
 {
     return std::chrono::duration_cast<std::chrono::nanoseconds>(
                std::chrono::steady_clock::now().time_since_epoch())
@@ -54,7 +54,7 @@ int64_t MonotonicNanoseconds()
 
 // Runs the program; its standard output carries the clock reading taken when
 // its window had been painted.
-std::optional<ChildRun> Run(const std::vector<std::string> &command)
+std::optional<ChildRun> runChild(const std::vector<std::string> &command)
 {
     int pipeEnds[2];
     if (::pipe2(pipeEnds, O_CLOEXEC) != 0)
@@ -67,7 +67,7 @@ std::optional<ChildRun> Run(const std::vector<std::string> &command)
         argv.push_back(const_cast<char *>(part.c_str()));
     argv.push_back(nullptr);
 
-    const int64_t started = MonotonicNanoseconds();
+    const int64_t started = monotonicNanoseconds();
     pid_t pid = 0;
     const int spawned = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
@@ -100,29 +100,29 @@ std::optional<ChildRun> Run(const std::vector<std::string> &command)
     ChildRun run;
     run.shown.value = static_cast<double>(shownAt - started) / 1e6;
     // Its CPU time runs to its end, which follows the painting at once.
-    run.shown.cpu = Milliseconds(usage.ru_utime) + Milliseconds(usage.ru_stime);
+    run.shown.cpu = milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
     run.peakMB = static_cast<double>(peakKilobytes) * 1024.0 / BytesPerMB;
     return run;
 }
 
 // Runs the program on dataDir and the floor in turn and reports the start-up
 // time and the peak memory, each against the floor's.
-void StartUpAgainstFloor(benchmark::State &state, const DataPaths &paths, const std::string &label)
+void startUpAgainstFloor(benchmark::State &state, const DataPaths &paths, const std::string &label)
 {
-    const std::vector<std::string> tavrino = {Sibling("tavrino_startup_probe"),
+    const std::vector<std::string> tavrino = {sibling("tavrino_startup_probe"),
                                               paths.dataDir.string()};
-    const std::vector<std::string> floor = {Sibling("tavrino_floor_dialog")};
+    const std::vector<std::string> floor = {sibling("tavrino_floor_dialog")};
     // One run of each first, so that both start from a warm page cache.
-    Run(floor);
-    Run(tavrino);
+    runChild(floor);
+    runChild(tavrino);
 
     std::vector<Sample> times;
     std::vector<Sample> floorTimes;
     std::vector<Sample> peaks;
     std::vector<Sample> floorPeaks;
     for (auto _ : state) {
-        const std::optional<ChildRun> floorRun = Run(floor);
-        const std::optional<ChildRun> run = Run(tavrino);
+        const std::optional<ChildRun> floorRun = runChild(floor);
+        const std::optional<ChildRun> run = runChild(tavrino);
         if (!floorRun || !run) {
             state.SkipWithError("a start-up run failed");
             return;
@@ -133,7 +133,7 @@ void StartUpAgainstFloor(benchmark::State &state, const DataPaths &paths, const 
         peaks.push_back({run->peakMB, std::nullopt});
         floorPeaks.push_back({floorRun->peakMB, std::nullopt});
     }
-    ReportAgainstFloor(state, "Start-up to Students screen shown, " + label, times, floorTimes,
+    reportAgainstFloor(state, "Start-up to Students screen shown, " + label, times, floorTimes,
                        StartUpFactor, "ms", "start_");
 
     const double filesMB = static_cast<double>(std::filesystem::file_size(paths.testsPath) +
@@ -142,23 +142,23 @@ void StartUpAgainstFloor(benchmark::State &state, const DataPaths &paths, const 
     std::vector<double> floorPeakValues;
     for (const Sample &peak : floorPeaks)
         floorPeakValues.push_back(peak.value);
-    const double floorPeak = Median(floorPeakValues);
+    const double floorPeak = median(floorPeakValues);
     char files[32];
     std::snprintf(files, sizeof files, "%.1f", filesMB);
-    ReportUnder(state, "Peak memory at start-up, " + label + " (files " + files + " MB)", peaks,
+    reportUnder(state, "Peak memory at start-up, " + label + " (files " + files + " MB)", peaks,
                 floorPeak + FileSizeFactor * filesMB, floorPeaks, "MB", "memory_");
 }
 
 void BM_StartUpLargeData(benchmark::State &state)
 {
-    StartUpAgainstFloor(state, BenchData::instance().paths(), "large data");
+    startUpAgainstFloor(state, BenchData::instance().paths(), "large data");
 }
 
 // The same class and subjects with a bank of ordinary size (12 questions per
 // level): what start-up costs apart from the large bank.
 void BM_StartUpClassSizeBank(benchmark::State &state)
 {
-    StartUpAgainstFloor(state, BenchData::instance().ordinaryBankPaths(),
+    startUpAgainstFloor(state, BenchData::instance().ordinaryBankPaths(),
                         "1000 students, 12 questions per level");
 }
 

@@ -35,7 +35,7 @@ int main(int argc, char *argv[])
     MainScreen mainScreen(session, random);
     mainScreen.setOtherScreens({[&] {
                                     StudentsScreen screen(session, &mainScreen);
-                                    if (!screen.Form_Load())
+                                    if (!screen.loadRoster())
                                         return false;
                                     const ReportWhenShown report(screen);
                                     screen.exec();

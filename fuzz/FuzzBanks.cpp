@@ -7,16 +7,16 @@
 #include <system_error>
 #include <unistd.h>
 
-TestBank DefaultBank()
+TestBank defaultBank()
 {
     TestBank bank;
     buildDefaultTests(bank);
     return bank;
 }
 
-TestBank GrownBank()
+TestBank grownBank()
 {
-    TestBank bank = DefaultBank();
+    TestBank bank = defaultBank();
     for (const char *name : {"Fran\u00E7ais", "\u20AC & \u00BD"}) {
         addSubject(bank, name);
         bank.subjects.back().adjacentLevels = true;
@@ -28,7 +28,7 @@ TestBank GrownBank()
     return bank;
 }
 
-StudentRecords Roster(int32_t subjectMax)
+StudentRecords roster(int32_t subjectMax)
 {
     StudentRecords records;
     records.showByStudent = false;
@@ -71,7 +71,7 @@ private:
 
 } // namespace
 
-std::filesystem::path OnDisk(std::string_view bytes, const char *name)
+std::filesystem::path onDisk(std::string_view bytes, const char *name)
 {
     static const ScratchDirectory dir;
     const std::filesystem::path path = dir.path() / name;

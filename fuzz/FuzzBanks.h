@@ -11,17 +11,17 @@
 #include <filesystem>
 #include <string_view>
 
-TestBank DefaultBank();
-TestBank GrownBank();
-StudentRecords Roster(int32_t subjectMax);
+TestBank defaultBank();
+TestBank grownBank();
+StudentRecords roster(int32_t subjectMax);
 
 // The bytes as a file named name in a directory of this process's own, so that
 // the loaders can also read them the way they read a file from the disk.
-std::filesystem::path OnDisk(std::string_view bytes, const char *name);
+std::filesystem::path onDisk(std::string_view bytes, const char *name);
 
 // Stops the run with a report when a property of the loaders does not hold;
 // libFuzzer then keeps the input that did it.
-inline void Require(bool holds, const char *what)
+inline void require(bool holds, const char *what)
 {
     if (!holds) {
         std::fprintf(stderr, "property broken: %s\n", what);
@@ -30,11 +30,11 @@ inline void Require(bool holds, const char *what)
 }
 
 // The same bytes read from memory and from the disk must give the same outcome.
-inline void RequireSameOutcome(const LoadResult &fromMemory, const LoadResult &fromDisk)
+inline void requireSameOutcome(const LoadResult &fromMemory, const LoadResult &fromDisk)
 {
-    Require(fromMemory.status == fromDisk.status, "memory and disk give the same status");
+    require(fromMemory.status == fromDisk.status, "memory and disk give the same status");
     if (fromMemory.error) {
-        Require(fromDisk.error && fromMemory.error->offset == fromDisk.error->offset &&
+        require(fromDisk.error && fromMemory.error->offset == fromDisk.error->offset &&
                     fromMemory.error->cause == fromDisk.error->cause,
                 "memory and disk report the same damage");
     }

@@ -11,7 +11,7 @@
 
 namespace {
 
-bool Written(const std::optional<FileError> &error)
+bool written(const std::optional<FileError> &error)
 {
     if (error) {
         std::cerr << error->message() << '\n';
@@ -31,8 +31,8 @@ int main(int argc, char **argv)
     std::filesystem::create_directories(dir / "tests");
     std::filesystem::create_directories(dir / "students");
 
-    const TestBank defaults = DefaultBank();
-    const TestBank grown = GrownBank();
+    const TestBank defaults = defaultBank();
+    const TestBank grown = grownBank();
     TestBank small = defaults;
     resizeQuestionSlots(small, 0);
     for (SubjectLimits &limits : small.limits) {
@@ -43,11 +43,11 @@ int main(int argc, char **argv)
     firstRun.students.front().current = true;
 
     const bool ok =
-        Written(saveTests(defaults, dir / "tests" / "default.dat")) &&
-        Written(saveTests(grown, dir / "tests" / "grown.dat")) &&
-        Written(saveTests(small, dir / "tests" / "small.dat")) &&
-        Written(saveStudents(firstRun, dir / "students" / "first-run.dat")) &&
-        Written(saveStudents(Roster(defaults.subjectMax), dir / "students" / "roster.dat")) &&
-        Written(saveStudents(Roster(grown.subjectMax), dir / "students" / "roster-grown.dat"));
+        written(saveTests(defaults, dir / "tests" / "default.dat")) &&
+        written(saveTests(grown, dir / "tests" / "grown.dat")) &&
+        written(saveTests(small, dir / "tests" / "small.dat")) &&
+        written(saveStudents(firstRun, dir / "students" / "first-run.dat")) &&
+        written(saveStudents(roster(defaults.subjectMax), dir / "students" / "roster.dat")) &&
+        written(saveStudents(roster(grown.subjectMax), dir / "students" / "roster-grown.dat"));
     return ok ? 0 : 1;
 }

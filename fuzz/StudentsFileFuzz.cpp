@@ -13,7 +13,7 @@
 
 namespace {
 
-bool SameRecords(const StudentRecords &a, const StudentRecords &b)
+bool sameRecords(const StudentRecords &a, const StudentRecords &b)
 {
     if (std::tie(a.showByStudent, a.currentSubject, a.currentSubjectName) !=
             std::tie(b.showByStudent, b.currentSubject, b.currentSubjectName) ||
@@ -36,27 +36,27 @@ bool SameRecords(const StudentRecords &a, const StudentRecords &b)
     return true;
 }
 
-void Check(std::string_view bytes, const TestBank &bank)
+void check(std::string_view bytes, const TestBank &bank)
 {
     const std::filesystem::path path = "Tavrino_Students.dat";
     StudentRecords records;
     const LoadResult result = decodeStudentsFile(records, bank, bytes, path);
     StudentRecords fromDisk;
-    RequireSameOutcome(result, loadStudents(fromDisk, bank, OnDisk(bytes, "Tavrino_Students.dat")));
-    Require(SameRecords(fromDisk, records), "the records read from the disk are those from memory");
+    requireSameOutcome(result, loadStudents(fromDisk, bank, onDisk(bytes, "Tavrino_Students.dat")));
+    require(sameRecords(fromDisk, records), "the records read from the disk are those from memory");
     if (result.status != LoadResult::Status::Loaded) {
-        Require(result.status == LoadResult::Status::Failed && result.error &&
+        require(result.status == LoadResult::Status::Failed && result.error &&
                     result.error->kind == FileError::Kind::Damaged && result.error->offset &&
                     *result.error->offset <= bytes.size() && records.students.empty(),
                 "a refused file is reported as damaged at an offset inside it");
         return;
     }
     std::string saved;
-    Require(!encodeStudentsFile(records, path, saved), "loaded records can be saved");
-    Require(saved.size() == bytes.size(), "loaded records save to as many bytes as were read");
+    require(!encodeStudentsFile(records, path, saved), "loaded records can be saved");
+    require(saved.size() == bytes.size(), "loaded records save to as many bytes as were read");
     StudentRecords again;
-    Require(decodeStudentsFile(again, bank, saved, path).status == LoadResult::Status::Loaded &&
-                SameRecords(again, records),
+    require(decodeStudentsFile(again, bank, saved, path).status == LoadResult::Status::Loaded &&
+                sameRecords(again, records),
             "saved records load back unchanged");
 }
 
@@ -64,10 +64,10 @@ void Check(std::string_view bytes, const TestBank &bank)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    static const TestBank defaults = DefaultBank();
-    static const TestBank grown = GrownBank();
+    static const TestBank defaults = defaultBank();
+    static const TestBank grown = grownBank();
     const std::string_view bytes(reinterpret_cast<const char *>(data), size);
-    Check(bytes, defaults);
-    Check(bytes, grown);
+    check(bytes, defaults);
+    check(bytes, grown);
     return 0;
 }

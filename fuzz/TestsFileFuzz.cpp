@@ -17,9 +17,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     TestBank bank;
     const LoadResult result = decodeTestsFile(bank, bytes, path);
     TestBank fromDisk;
-    RequireSameOutcome(result, loadTests(fromDisk, OnDisk(bytes, "Tavrino_Tests.dat")));
+    requireSameOutcome(result, loadTests(fromDisk, onDisk(bytes, "Tavrino_Tests.dat")));
     if (result.status != LoadResult::Status::Loaded) {
-        Require(result.status == LoadResult::Status::Failed && result.error &&
+        require(result.status == LoadResult::Status::Failed && result.error &&
                     result.error->kind == FileError::Kind::Damaged && result.error->offset &&
                     *result.error->offset <= size,
                 "a refused file is reported as damaged at an offset inside it");
@@ -31,17 +31,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         questions.items();
     }
     std::string saved;
-    Require(!encodeTestsFile(bank, path, saved), "a loaded bank can be saved");
-    Require(saved.size() == size, "a loaded bank saves to as many bytes as it was read from");
+    require(!encodeTestsFile(bank, path, saved), "a loaded bank can be saved");
+    require(saved.size() == size, "a loaded bank saves to as many bytes as it was read from");
     // Every field of a bank is written and decoded texts encode back exactly, so
     // equal bytes after a second round mean an equal bank.
     TestBank again;
     std::string savedAgain;
-    Require(decodeTestsFile(again, saved, path).status == LoadResult::Status::Loaded &&
+    require(decodeTestsFile(again, saved, path).status == LoadResult::Status::Loaded &&
                 !encodeTestsFile(again, path, savedAgain) && savedAgain == saved,
             "a saved bank loads back unchanged");
     std::string savedFromDisk;
-    Require(!encodeTestsFile(fromDisk, path, savedFromDisk) && savedFromDisk == saved,
+    require(!encodeTestsFile(fromDisk, path, savedFromDisk) && savedFromDisk == saved,
             "the bank read from the disk, saved as loaded, is the bank read from memory");
     return 0;
 }

@@ -127,7 +127,7 @@ TEST(FileMutation, DamagedFilesLoadWholeOrAreRefusedWithTheOffset)
     }
     const struct {
         const TestBank &bank;
-        bool students; // a Students file of Roster for the bank, or else its Tests file
+        bool students; // a Students file of the sample roster for the bank, or else its Tests file
         int cases;     // fewer for the files that take longer to load
     } kinds[] = {
         {defaults, false, 15000}, {grown, false, 10000}, {small, false, 20000},

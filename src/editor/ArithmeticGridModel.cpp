@@ -23,12 +23,12 @@ const char *const ForwardNumbers[4] = {"Number 1", "Number 1", "Number 2", "Numb
 const char *const BackwardNumbers[4] = {"2nd Number", "2nd Number", "Result", "Result"};
 
 // The operation a range column belongs to, or -1 for the level and switch columns.
-int OperationOfColumn(int column)
+int operationOfColumn(int column)
 {
     return column >= 1 && column <= 4 * OperationCount ? (column - 1) / 4 : -1;
 }
 
-bool IsOn(const TestBank &bank, int level, int operation)
+bool isOn(const TestBank &bank, int level, int operation)
 {
     return bank.arithOps[level].find(OpSymbols[operation]) != std::string::npos;
 }
@@ -72,7 +72,7 @@ QVariant ArithmeticGridModel::data(const QModelIndex &index, int role) const
         return int(Qt::AlignCenter);
     case Qt::FontRole:
         // Operation names and the ranges of operations that are on stand out.
-        if ((row == 0 && OperationOfColumn(column) >= 0) ||
+        if ((row == 0 && operationOfColumn(column) >= 0) ||
             (!heading && isOperationCell(level, column))) {
             QFont bold;
             bold.setBold(true);
@@ -90,7 +90,7 @@ QVariant ArithmeticGridModel::data(const QModelIndex &index, int role) const
             // Heading cells are disabled so they cannot be chosen; keep their text dark.
             return QGuiApplication::palette().brush(QPalette::ButtonText);
         }
-        if (OperationOfColumn(column) >= 0 && !isOperationCell(level, column)) {
+        if (operationOfColumn(column) >= 0 && !isOperationCell(level, column)) {
             return QBrush(Qt::gray);
         }
         return {};
@@ -112,7 +112,7 @@ QString ArithmeticGridModel::headingText(int row, int column) const
     if (column == 0) {
         return QStringLiteral("Level");
     }
-    const int operation = OperationOfColumn(column);
+    const int operation = operationOfColumn(column);
     if (operation >= 0) {
         const int within = (column - 1) % 4;
         switch (row) {
@@ -146,8 +146,8 @@ QString ArithmeticGridModel::levelRowText(int level, int column) const
         const int which = column == SwitchNumbersColumn ? SwitchNumbers : SwitchBlanks;
         return m_bank.arithSwitch[level][which] ? QStringLiteral("Yes") : QStringLiteral("No");
     }
-    const int operation = OperationOfColumn(column);
-    if (!IsOn(m_bank, level, operation)) {
+    const int operation = operationOfColumn(column);
+    if (!isOn(m_bank, level, operation)) {
         return QStringLiteral("Off");
     }
     const RangeTable *const tables[4] = {&m_bank.arithLow1, &m_bank.arithHigh1, &m_bank.arithLow2,
@@ -158,11 +158,11 @@ QString ArithmeticGridModel::levelRowText(int level, int column) const
 
 bool ArithmeticGridModel::isOperationCell(int level, int column) const
 {
-    const int operation = OperationOfColumn(column);
-    return operation >= 0 && IsOn(m_bank, level, operation);
+    const int operation = operationOfColumn(column);
+    return operation >= 0 && isOn(m_bank, level, operation);
 }
 
-void ShapeArithmeticGrid(QTableView &view)
+void shapeArithmeticGrid(QTableView &view)
 {
     const QAbstractItemModel *model = view.model();
     view.horizontalHeader()->hide();
@@ -177,7 +177,7 @@ void ShapeArithmeticGrid(QTableView &view)
     // Headings that repeat over neighbouring cells are drawn once across them.
     view.setSpan(0, 0, ArithmeticGridModel::HeadingRows, 1);
     for (int operation = 0; operation < OperationCount; ++operation) {
-        const int first = ArithmeticGridModel::FirstColumn(operation);
+        const int first = ArithmeticGridModel::firstColumn(operation);
         view.setSpan(0, first, 1, 4);
         view.setSpan(1, first, 1, 2);
         view.setSpan(1, first + 2, 1, 2);

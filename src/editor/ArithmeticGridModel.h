@@ -19,7 +19,7 @@ public:
 
     // The first of the four columns of an operation: Number 1 low, Number 1 high,
     // Number 2 low, Number 2 high.
-    static constexpr int FirstColumn(int operation) { return 4 * operation + 1; }
+    static constexpr int firstColumn(int operation) { return 4 * operation + 1; }
 
     explicit ArithmeticGridModel(const TestBank &bank, QObject *parent = nullptr);
 
@@ -41,4 +41,4 @@ private:
 
 // Sets a view over the model up like a fixed grid: headings spanning their
 // columns, narrow columns, and a size that shows every cell without scrolling.
-void ShapeArithmeticGrid(QTableView &view);
+void shapeArithmeticGrid(QTableView &view);

@@ -36,12 +36,12 @@ const char *const LabelPrefixes[4] = {"lblLow1_", "lblHigh1_", "lblLow2_", "lblH
 
 constexpr int Division = 3;
 
-QString Numbered(const char *prefix, int index)
+QString numbered(const char *prefix, int index)
 {
     return QString::fromLatin1(prefix) + QString::number(index);
 }
 
-QLabel *NewLabel(const QString &name, const QString &text, QWidget *buddy, QWidget *parent)
+QLabel *newLabel(const QString &name, const QString &text, QWidget *buddy, QWidget *parent)
 {
     auto *label = new QLabel(text, parent);
     label->setObjectName(name);
@@ -49,7 +49,7 @@ QLabel *NewLabel(const QString &name, const QString &text, QWidget *buddy, QWidg
     return label;
 }
 
-QComboBox *NewYesNoList(const QString &name, QWidget *parent)
+QComboBox *newYesNoList(const QString &name, QWidget *parent)
 {
     auto *list = new QComboBox(parent);
     list->setObjectName(name);
@@ -58,7 +58,7 @@ QComboBox *NewYesNoList(const QString &name, QWidget *parent)
 }
 
 // Hidden controls keep their place, so the frame does not jump between levels.
-void KeepPlaceWhenHidden(QWidget *widget)
+void keepPlaceWhenHidden(QWidget *widget)
 {
     QSizePolicy policy = widget->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -102,7 +102,7 @@ QTableView *ArithmeticSettings::buildGrid()
     // The arrow keys move within the grid; Tab goes on to the level row below it.
     m_grid->setTabKeyNavigation(false);
     m_grid->setModel(m_model);
-    ShapeArithmeticGrid(*m_grid);
+    shapeArithmeticGrid(*m_grid);
 
     connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &ArithmeticSettings::gridRowChanged);
@@ -111,37 +111,37 @@ QTableView *ArithmeticSettings::buildGrid()
 
 QLayout *ArithmeticSettings::buildLevelRow()
 {
-    m_cmbLevel2 = new QComboBox(this);
-    m_cmbLevel2->setObjectName(QStringLiteral("cmbLevel2"));
+    m_levelList = new QComboBox(this);
+    m_levelList->setObjectName(QStringLiteral("cmbLevel2"));
     for (int level = 0; level < LevelCount; ++level) {
-        m_cmbLevel2->addItem(QString::fromStdString(levelText(level)));
+        m_levelList->addItem(QString::fromStdString(levelText(level)));
     }
-    m_cmbSwitchNumbers = NewYesNoList(QStringLiteral("cmbSwitchNumbers"), this);
-    m_cmbSwitchBlanks = NewYesNoList(QStringLiteral("cmbSwitchBlanks"), this);
+    m_switchNumbersList = newYesNoList(QStringLiteral("cmbSwitchNumbers"), this);
+    m_switchBlanksList = newYesNoList(QStringLiteral("cmbSwitchBlanks"), this);
     auto *revert = new QPushButton(QStringLiteral("Revert this Subject to Default"), this);
     revert->setObjectName(QStringLiteral("cmdRevert2"));
 
-    connect(m_cmbLevel2, &QComboBox::activated, this, &ArithmeticSettings::cmbLevel2_Click);
-    connect(m_cmbSwitchNumbers, &QComboBox::activated, this,
-            &ArithmeticSettings::cmbSwitchNumbers_Click);
-    connect(m_cmbSwitchBlanks, &QComboBox::activated, this,
-            &ArithmeticSettings::cmbSwitchBlanks_Click);
-    connect(revert, &QPushButton::clicked, this, &ArithmeticSettings::cmdRevert2_Click);
+    connect(m_levelList, &QComboBox::activated, this, &ArithmeticSettings::chooseLevel);
+    connect(m_switchNumbersList, &QComboBox::activated, this,
+            &ArithmeticSettings::chooseSwitchNumbers);
+    connect(m_switchBlanksList, &QComboBox::activated, this,
+            &ArithmeticSettings::chooseSwitchBlanks);
+    connect(revert, &QPushButton::clicked, this, &ArithmeticSettings::revertToDefaults);
 
     auto *row = new QHBoxLayout;
     row->addWidget(
-        NewLabel(QStringLiteral("lblLevel2"), QStringLiteral("Level:"), m_cmbLevel2, this));
-    row->addWidget(m_cmbLevel2);
+        newLabel(QStringLiteral("lblLevel2"), QStringLiteral("Level:"), m_levelList, this));
+    row->addWidget(m_levelList);
     row->addSpacing(24);
-    row->addWidget(NewLabel(QStringLiteral("lblSwitchNumbers"),
+    row->addWidget(newLabel(QStringLiteral("lblSwitchNumbers"),
                             QStringLiteral("Alternate (switch) Positions of Numbers?"),
-                            m_cmbSwitchNumbers, this));
-    row->addWidget(m_cmbSwitchNumbers);
+                            m_switchNumbersList, this));
+    row->addWidget(m_switchNumbersList);
     row->addSpacing(24);
-    row->addWidget(NewLabel(QStringLiteral("lblSwitchBlanks"),
-                            QStringLiteral("Alternate Position of 'Blank box'?"), m_cmbSwitchBlanks,
-                            this));
-    row->addWidget(m_cmbSwitchBlanks);
+    row->addWidget(newLabel(QStringLiteral("lblSwitchBlanks"),
+                            QStringLiteral("Alternate Position of 'Blank box'?"),
+                            m_switchBlanksList, this));
+    row->addWidget(m_switchBlanksList);
     row->addStretch();
     row->addWidget(revert);
     return row;
@@ -151,29 +151,29 @@ QGroupBox *ArithmeticSettings::buildOperationFrame(int operation)
 {
     OperationControls &controls = m_operations[operation];
     controls.frame = new QGroupBox(QString::fromLatin1(OperationNames[operation]), this);
-    controls.frame->setObjectName(Numbered("fraMathSub", operation));
+    controls.frame->setObjectName(numbered("fraMathSub", operation));
 
     controls.on = new QRadioButton(QStringLiteral("On"), controls.frame);
-    controls.on->setObjectName(Numbered("optOn", operation));
+    controls.on->setObjectName(numbered("optOn", operation));
     controls.off = new QRadioButton(QStringLiteral("Off"), controls.frame);
-    controls.off->setObjectName(Numbered("optOff", operation));
-    KeepPlaceWhenHidden(controls.on);
-    KeepPlaceWhenHidden(controls.off);
+    controls.off->setObjectName(numbered("optOff", operation));
+    keepPlaceWhenHidden(controls.on);
+    keepPlaceWhenHidden(controls.off);
     tabToCheckedButton({controls.on, controls.off});
     connect(controls.on, &QRadioButton::toggled, this, [this, operation](bool checked) {
         if (checked) {
-            optOn_Click(operation);
+            switchOperationOn(operation);
         }
     });
     connect(controls.off, &QRadioButton::toggled, this, [this, operation](bool checked) {
         if (checked) {
-            optOff_Click(operation);
+            switchOperationOff(operation);
         }
     });
 
     controls.ranges = new QFrame(controls.frame);
-    controls.ranges->setObjectName(Numbered("fraMathSub2_", operation));
-    KeepPlaceWhenHidden(controls.ranges);
+    controls.ranges->setObjectName(numbered("fraMathSub2_", operation));
+    keepPlaceWhenHidden(controls.ranges);
     auto *grid = new QGridLayout(controls.ranges);
     grid->setContentsMargins(0, 0, 0, 0);
     const bool backward = operation == 1 || operation == Division;
@@ -184,12 +184,12 @@ QGroupBox *ArithmeticSettings::buildOperationFrame(int operation)
     }
     for (int list = 0; list < RangeListCount; ++list) {
         auto *box = new QComboBox(controls.ranges);
-        box->setObjectName(Numbered(ListPrefixes[list], operation));
+        box->setObjectName(numbered(ListPrefixes[list], operation));
         box->addItems(numbers);
         box->setMaxVisibleItems(16);
         controls.lists[list] = box;
         const char *text = backward ? BackwardLabels[list] : ForwardLabels[list];
-        grid->addWidget(NewLabel(Numbered(LabelPrefixes[list], operation),
+        grid->addWidget(newLabel(numbered(LabelPrefixes[list], operation),
                                  QString::fromLatin1(text), box, controls.ranges),
                         list, 0);
         grid->addWidget(box, list, 1);
@@ -208,7 +208,7 @@ QGroupBox *ArithmeticSettings::buildOperationFrame(int operation)
     return controls.frame;
 }
 
-void ArithmeticSettings::PopulateGrid2()
+void ArithmeticSettings::refreshGrid()
 {
     m_model->refresh();
 }
@@ -216,7 +216,7 @@ void ArithmeticSettings::PopulateGrid2()
 void ArithmeticSettings::showLevel(int level)
 {
     selectRow(level + HeadingRows);
-    Grid2_Click();
+    showSelectedLevel();
 }
 
 void ArithmeticSettings::selectRow(int row)
@@ -231,11 +231,11 @@ void ArithmeticSettings::selectRow(int row)
 void ArithmeticSettings::gridRowChanged()
 {
     if (!m_populating) {
-        Grid2_Click();
+        showSelectedLevel();
     }
 }
 
-void ArithmeticSettings::Grid2_Click()
+void ArithmeticSettings::showSelectedLevel()
 {
     const int row = m_grid->currentIndex().row();
     if (row < HeadingRows) {
@@ -249,11 +249,11 @@ void ArithmeticSettings::Grid2_Click()
         m_operations[0].on->setVisible(level != 0);
         m_operations[0].off->setVisible(level != 0);
 
-        m_cmbLevel2->setCurrentIndex(level);
-        m_level = m_cmbLevel2->currentIndex();
-        m_cmbSwitchNumbers->setCurrentText(
+        m_levelList->setCurrentIndex(level);
+        m_level = m_levelList->currentIndex();
+        m_switchNumbersList->setCurrentText(
             m_model->index(row, ArithmeticGridModel::SwitchNumbersColumn).data().toString());
-        m_cmbSwitchBlanks->setCurrentText(
+        m_switchBlanksList->setCurrentText(
             m_model->index(row, ArithmeticGridModel::SwitchBlanksColumn).data().toString());
 
         const std::string &ops = m_session.bank.arithOps[level];
@@ -261,7 +261,7 @@ void ArithmeticSettings::Grid2_Click()
             OperationControls &controls = m_operations[operation];
             if (ops.find(OpSymbols[operation]) != std::string::npos) {
                 controls.on->setChecked(true);
-                DisplaySubFrame(operation);
+                showRanges(operation);
             } else {
                 controls.off->setChecked(true);
                 controls.ranges->hide();
@@ -269,19 +269,19 @@ void ArithmeticSettings::Grid2_Click()
         }
     }
     m_session.records.currentLevel = level;
-    PopulateGrid2();
+    refreshGrid();
 }
 
-void ArithmeticSettings::cmbLevel2_Click()
+void ArithmeticSettings::chooseLevel()
 {
     if (m_populating) {
         return;
     }
     // The chosen level's settings are shown at once, as a click on its row does.
-    showLevel(m_cmbLevel2->currentIndex());
+    showLevel(m_levelList->currentIndex());
 }
 
-void ArithmeticSettings::DisplaySubFrame(int operation)
+void ArithmeticSettings::showRanges(int operation)
 {
     const QScopedValueRollback<bool> populating(m_populating, true);
     OperationControls &controls = m_operations[operation];
@@ -313,26 +313,6 @@ RangeTable &ArithmeticSettings::rangeTable(RangeList list)
     }
 }
 
-void ArithmeticSettings::cmbLow1_Click(int operation)
-{
-    changeRange(operation, Low1);
-}
-
-void ArithmeticSettings::cmbHigh1_Click(int operation)
-{
-    changeRange(operation, High1);
-}
-
-void ArithmeticSettings::cmbLow2_Click(int operation)
-{
-    changeRange(operation, Low2);
-}
-
-void ArithmeticSettings::cmbHigh2_Click(int operation)
-{
-    changeRange(operation, High2);
-}
-
 void ArithmeticSettings::changeRange(int operation, RangeList list)
 {
     if (m_populating) {
@@ -347,7 +327,7 @@ void ArithmeticSettings::changeRange(int operation, RangeList list)
     if (high >= low) {
         const WaitCursor wait;
         rangeTable(list)[m_level][operation] = highChanged ? high : low;
-        PopulateGrid2();
+        refreshGrid();
         return;
     }
 
@@ -371,18 +351,18 @@ void ArithmeticSettings::changeRange(int operation, RangeList list)
     }
 }
 
-void ArithmeticSettings::optOn_Click(int operation)
+void ArithmeticSettings::switchOperationOn(int operation)
 {
     if (m_populating) {
         return;
     }
     const WaitCursor wait;
     m_session.bank.arithOps[m_level] += OpSymbols[operation];
-    DisplaySubFrame(operation);
-    PopulateGrid2();
+    showRanges(operation);
+    refreshGrid();
 }
 
-void ArithmeticSettings::optOff_Click(int operation)
+void ArithmeticSettings::switchOperationOff(int operation)
 {
     if (m_populating) {
         return;
@@ -395,32 +375,32 @@ void ArithmeticSettings::optOff_Click(int operation)
         ops.erase(position, 1);
     }
     m_operations[operation].ranges->hide();
-    PopulateGrid2();
+    refreshGrid();
 }
 
-void ArithmeticSettings::cmbSwitchNumbers_Click()
+void ArithmeticSettings::chooseSwitchNumbers()
 {
     if (m_populating) {
         return;
     }
     const WaitCursor wait;
     m_session.bank.arithSwitch[m_session.records.currentLevel][SwitchNumbers] =
-        m_cmbSwitchNumbers->currentText() == QLatin1String("Yes");
-    PopulateGrid2();
+        m_switchNumbersList->currentText() == QLatin1String("Yes");
+    refreshGrid();
 }
 
-void ArithmeticSettings::cmbSwitchBlanks_Click()
+void ArithmeticSettings::chooseSwitchBlanks()
 {
     if (m_populating) {
         return;
     }
     const WaitCursor wait;
     m_session.bank.arithSwitch[m_session.records.currentLevel][SwitchBlanks] =
-        m_cmbSwitchBlanks->currentText() == QLatin1String("Yes");
-    PopulateGrid2();
+        m_switchBlanksList->currentText() == QLatin1String("Yes");
+    refreshGrid();
 }
 
-void ArithmeticSettings::cmdRevert2_Click()
+void ArithmeticSettings::revertToDefaults()
 {
     if (!m_session.prompt.confirm(
             this, QStringLiteral("Confirm: Revert to Original, Default Subject"),
@@ -430,10 +410,10 @@ void ArithmeticSettings::cmdRevert2_Click()
     const int row = m_grid->currentIndex().row();
     const WaitCursor wait;
     defaultArithmetic(m_session.bank);
-    PopulateGrid2();
+    refreshGrid();
     selectRow(row);
     // The frame shows the restored values itself; the screen then refreshes the
     // rest of the subject (its test length was reset as well).
-    Grid2_Click();
+    showSelectedLevel();
     emit reverted();
 }

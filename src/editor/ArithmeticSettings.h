@@ -23,25 +23,25 @@ public:
     ~ArithmeticSettings() override;
 
     // Refills the levels grid from the bank.
-    void PopulateGrid2();
+    void refreshGrid();
     // Makes the level's row current and shows its settings, as a click on the row does.
     void showLevel(int level);
 
     // Shows the range lists of an operation with the edited level's values.
-    void DisplaySubFrame(int operation);
+    void showRanges(int operation);
 
-    // What the user's actions run; public so that tests can drive them.
-    void Grid2_Click();
-    void cmbLevel2_Click();
-    void cmbLow1_Click(int operation);
-    void cmbHigh1_Click(int operation);
-    void cmbLow2_Click(int operation);
-    void cmbHigh2_Click(int operation);
-    void optOn_Click(int operation);
-    void optOff_Click(int operation);
-    void cmbSwitchNumbers_Click();
-    void cmbSwitchBlanks_Click();
-    void cmdRevert2_Click();
+    // What the user does in the frame; public so that tests can drive it.
+    // Shows the settings of the level on the grid's current row.
+    void showSelectedLevel();
+    // The level list was used: its level is shown as a click on its row does.
+    void chooseLevel();
+    // The operation is asked at the edited level, or no longer.
+    void switchOperationOn(int operation);
+    void switchOperationOff(int operation);
+    void chooseSwitchNumbers();
+    void chooseSwitchBlanks();
+    // Asks first, then restores the built-in Arithmetic settings.
+    void revertToDefaults();
 
 signals:
     // The Arithmetic defaults were restored; the screen shows the subject anew.
@@ -72,9 +72,9 @@ private:
     Session &m_session;
     ArithmeticGridModel *m_model;
     QTableView *m_grid = nullptr;
-    QComboBox *m_cmbLevel2 = nullptr;
-    QComboBox *m_cmbSwitchNumbers = nullptr;
-    QComboBox *m_cmbSwitchBlanks = nullptr;
+    QComboBox *m_levelList = nullptr;
+    QComboBox *m_switchNumbersList = nullptr;
+    QComboBox *m_switchBlanksList = nullptr;
     std::array<OperationControls, OperationCount> m_operations;
     // True while the frame fills its own controls, so their handlers stay quiet.
     bool m_populating = false;

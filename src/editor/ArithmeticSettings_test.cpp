@@ -98,7 +98,7 @@ TEST_F(ArithmeticSettingsTest, HighBelowLowIsRefusedAndTheEndsOfTheListsAreAccep
                                                   {Sub, {"0", "0", "0", "30"}},
                                                   {Div, {"1", "30", "30", "30"}}};
     for (const auto &[operation, ends] : ranges) {
-        frame->optOn_Click(operation);
+        frame->switchOperationOn(operation);
         // Highs first, so that no low ever passes its high.
         for (int k : {1, 0, 3, 2})
             pick(QStringList{"cmbLow1_", "cmbHigh1_", "cmbLow2_", "cmbHigh2_"}[k] +
@@ -138,13 +138,13 @@ TEST_F(ArithmeticSettingsTest, OperationsAndSwitchesEditTheLevelAndTheGrid)
 
     // On appends without looking; Off removes one copy, and nothing when none is left.
     frame->showLevel(3); // "x/"
-    frame->optOn_Click(Mul);
+    frame->switchOperationOn(Mul);
     EXPECT_EQ(session.bank.arithOps[3], "x/x");
-    frame->optOff_Click(Mul);
+    frame->switchOperationOff(Mul);
     EXPECT_EQ(session.bank.arithOps[3], "/x");
     EXPECT_EQ(cells(3, Mul), QStringList({"5", "10", "5", "10"}));
-    frame->optOff_Click(Mul);
-    frame->optOff_Click(Mul);
+    frame->switchOperationOff(Mul);
+    frame->switchOperationOff(Mul);
     EXPECT_EQ(session.bank.arithOps[3], "/");
     EXPECT_EQ(cells(3, Mul), Off);
 }
@@ -157,7 +157,7 @@ TEST_F(ArithmeticSettingsTest, RevertRestoresArithmeticOnlyAfterOk)
     session.bank.arithSwitch[2][SwitchNumbers] = false;
     session.bank.limits[ArithmeticSubject].seconds = 99;
     session.bank.limits[SpellingSubject].seconds = 45;
-    frame->PopulateGrid2();
+    frame->refreshGrid();
 
     click("cmdRevert2"); // Cancel
     EXPECT_EQ(lastConfirm(), "Confirm: Revert to Original, Default Subject");

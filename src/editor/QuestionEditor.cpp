@@ -34,7 +34,7 @@ constexpr std::array<int, QuestionGridModel::ColumnCount> ColumnChars = {6, 40, 
 using RebuildSubject = void (*)(TestBank &);
 
 // The routine that rebuilds a built-in multiple-choice subject, or none.
-RebuildSubject DefaultsOf(int subject)
+RebuildSubject defaultsOf(int subject)
 {
     switch (subject) {
     case 1:
@@ -115,7 +115,7 @@ QWidget *QuestionEditor::buildGrid()
     m_grid->installEventFilter(this);
 
     connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            &QuestionEditor::Grid1_Click);
+            &QuestionEditor::chooseQuestion);
     return m_grid;
 }
 
@@ -128,27 +128,28 @@ QWidget *QuestionEditor::buildFields()
 
     auto *levelLabel = new QLabel(QStringLiteral("Level:"), fields);
     levelLabel->setObjectName(QStringLiteral("lblLevel"));
-    m_cmbLevel = new QComboBox(fields);
-    m_cmbLevel->setObjectName(QStringLiteral("cmbLevel"));
+    m_levelList = new QComboBox(fields);
+    m_levelList->setObjectName(QStringLiteral("cmbLevel"));
     for (int level = 0; level < LevelCount; ++level)
-        m_cmbLevel->addItem(QString::fromStdString(levelText(level)));
-    levelLabel->setBuddy(m_cmbLevel);
+        m_levelList->addItem(QString::fromStdString(levelText(level)));
+    levelLabel->setBuddy(m_levelList);
     layout->addWidget(levelLabel, 0, 0, Qt::AlignRight);
-    layout->addWidget(m_cmbLevel, 0, 1, Qt::AlignLeft);
-    connect(m_cmbLevel, &QComboBox::currentIndexChanged, this, &QuestionEditor::cmbLevel_Click);
+    layout->addWidget(m_levelList, 0, 1, Qt::AlignLeft);
+    connect(m_levelList, &QComboBox::currentIndexChanged, this,
+            &QuestionEditor::moveQuestionToLevel);
 
     for (int i = 0; i < 5; ++i) {
         auto *label = new QLabel(QString::fromLatin1(FieldLabels[i]), fields);
         label->setObjectName(QStringLiteral("lblField%1").arg(i + 1));
         QLineEdit *box = new QLineEdit(fields);
-        m_txt[i] = box;
+        m_fieldBoxes[i] = box;
         box->setObjectName(QStringLiteral("txt%1").arg(i + 1));
         box->setMaxLength(FileTextMaxLength);
         box->setValidator(new FileTextValidator(box));
         label->setBuddy(box);
         layout->addWidget(label, i + 1, 0, Qt::AlignRight);
         layout->addWidget(box, i + 1, 1);
-        connect(box, &QLineEdit::textChanged, this, [this, i] { txt_Change(i + 1); });
+        connect(box, &QLineEdit::textChanged, this, [this, i] { editQuestionField(i + 1); });
     }
     return fields;
 }
@@ -159,30 +160,29 @@ QWidget *QuestionEditor::buildButtons()
     auto *layout = new QVBoxLayout(buttons);
     layout->setContentsMargins(0, 0, 0, 0);
 
-    m_cmdAdd = new QPushButton(QStringLiteral("Add Question"), buttons);
-    m_cmdAdd->setObjectName(QStringLiteral("cmdAdd"));
-    m_cmdDelete = new QPushButton(QStringLiteral("Delete Question"), buttons);
-    m_cmdDelete->setObjectName(QStringLiteral("cmdDelete"));
-    m_chkAdjacentLevels =
+    m_addButton = new QPushButton(QStringLiteral("Add Question"), buttons);
+    m_addButton->setObjectName(QStringLiteral("cmdAdd"));
+    m_deleteButton = new QPushButton(QStringLiteral("Delete Question"), buttons);
+    m_deleteButton->setObjectName(QStringLiteral("cmdDelete"));
+    m_adjacentLevelsBox =
         new QCheckBox(QStringLiteral("Use Adjacent Levels (during Test)"), buttons);
-    m_chkAdjacentLevels->setObjectName(QStringLiteral("chkAdjacentLevels"));
-    m_cmdRevert = new QPushButton(QStringLiteral("Revert this Subject to Default"), buttons);
-    m_cmdRevert->setObjectName(QStringLiteral("cmdRevert"));
-    for (QPushButton *button : {m_cmdAdd, m_cmdDelete, m_cmdRevert})
+    m_adjacentLevelsBox->setObjectName(QStringLiteral("chkAdjacentLevels"));
+    m_revertButton = new QPushButton(QStringLiteral("Revert this Subject to Default"), buttons);
+    m_revertButton->setObjectName(QStringLiteral("cmdRevert"));
+    for (QPushButton *button : {m_addButton, m_deleteButton, m_revertButton})
         button->setAutoDefault(false);
 
-    layout->addWidget(m_cmdAdd);
-    layout->addWidget(m_cmdDelete);
+    layout->addWidget(m_addButton);
+    layout->addWidget(m_deleteButton);
     layout->addSpacing(8);
-    layout->addWidget(m_chkAdjacentLevels);
+    layout->addWidget(m_adjacentLevelsBox);
     layout->addStretch(1);
-    layout->addWidget(m_cmdRevert);
+    layout->addWidget(m_revertButton);
 
-    connect(m_cmdAdd, &QPushButton::clicked, this, &QuestionEditor::cmdAdd_Click);
-    connect(m_cmdDelete, &QPushButton::clicked, this, &QuestionEditor::cmdDelete_Click);
-    connect(m_chkAdjacentLevels, &QCheckBox::toggled, this,
-            &QuestionEditor::chkAdjacentLevels_Click);
-    connect(m_cmdRevert, &QPushButton::clicked, this, &QuestionEditor::cmdRevert_Click);
+    connect(m_addButton, &QPushButton::clicked, this, &QuestionEditor::addQuestion);
+    connect(m_deleteButton, &QPushButton::clicked, this, &QuestionEditor::deleteQuestion);
+    connect(m_adjacentLevelsBox, &QCheckBox::toggled, this, &QuestionEditor::storeAdjacentLevels);
+    connect(m_revertButton, &QPushButton::clicked, this, &QuestionEditor::revertToDefaults);
     return buttons;
 }
 
@@ -193,26 +193,26 @@ int QuestionEditor::currentRow() const
 
 void QuestionEditor::showSubject()
 {
-    PopulateGrid();
+    fillGrid();
     selectRow(0);
     keepInView();
     m_populating = true;
     const int subject = m_session.records.currentSubject;
-    m_chkAdjacentLevels->setChecked(m_session.bank.subjects.at(subject).adjacentLevels);
+    m_adjacentLevelsBox->setChecked(m_session.bank.subjects.at(subject).adjacentLevels);
     m_populating = false;
 }
 
 void QuestionEditor::setRevertVisible(bool visible)
 {
-    m_cmdRevert->setVisible(visible);
+    m_revertButton->setVisible(visible);
 }
 
-void QuestionEditor::PopulateGrid()
+void QuestionEditor::fillGrid()
 {
     m_model->populate(m_session.records.currentSubject);
 }
 
-void QuestionEditor::DoDeleteQuestion()
+void QuestionEditor::removeSelectedQuestion()
 {
     const int row = currentRow();
     if (row < 0)
@@ -233,12 +233,12 @@ void QuestionEditor::selectRow(int row)
 {
     if (row < 0 || row >= m_model->rowCount()) {
         m_grid->setCurrentIndex(QModelIndex());
-        Grid1_Click();
+        chooseQuestion();
         return;
     }
     const QModelIndex cell = m_model->index(row, 0);
     if (m_grid->currentIndex() == cell) {
-        Grid1_Click();
+        chooseQuestion();
         return;
     }
     // The keep-in-view step decides the scrolling, not the view's own minimal scroll.
@@ -261,25 +261,25 @@ void QuestionEditor::keepInView()
         m_grid->scrollTo(m_model->index(row, 0), QAbstractItemView::PositionAtTop);
 }
 
-void QuestionEditor::Grid1_Click()
+void QuestionEditor::chooseQuestion()
 {
     if (m_populating)
         return;
     m_populating = true;
     const int row = currentRow();
     if (row >= 0) {
-        m_cmbLevel->setCurrentIndex(m_model->levelOf(row));
-        m_editedLevel = m_cmbLevel->currentIndex();
+        m_levelList->setCurrentIndex(m_model->levelOf(row));
+        m_editedLevel = m_levelList->currentIndex();
     }
     for (int i = 0; i < 5; ++i) {
-        m_txt[i]->setText(row >= 0 ? m_model->data(m_model->index(row, i + 1)).toString()
-                                   : QString());
-        m_txt[i]->setEnabled(row >= 0);
+        m_fieldBoxes[i]->setText(row >= 0 ? m_model->data(m_model->index(row, i + 1)).toString()
+                                          : QString());
+        m_fieldBoxes[i]->setEnabled(row >= 0);
     }
     m_populating = false;
 }
 
-void QuestionEditor::txt_Change(int index)
+void QuestionEditor::editQuestionField(int field)
 {
     if (m_populating)
         return;
@@ -288,26 +288,26 @@ void QuestionEditor::txt_Change(int index)
         return;
     Question &question = m_session.bank.questionBank[m_model->subject()]
                              .items()[m_model->levelOf(row)][m_model->slotOf(row)];
-    QuestionField(question, index) = m_txt[index - 1]->text().toStdString();
-    m_model->fieldChanged(row, index);
+    questionField(question, field) = m_fieldBoxes[field - 1]->text().toStdString();
+    m_model->fieldChanged(row, field);
 }
 
-void QuestionEditor::cmbLevel_Click()
+void QuestionEditor::moveQuestionToLevel()
 {
     if (m_populating)
         return;
     WaitCursor wait;
     std::array<QString, 5> texts;
     for (int i = 0; i < 5; ++i)
-        texts[i] = m_txt[i]->text();
-    DoDeleteQuestion();
-    m_editedLevel = m_cmbLevel->currentIndex();
-    cmdAdd_Click();
+        texts[i] = m_fieldBoxes[i]->text();
+    removeSelectedQuestion();
+    m_editedLevel = m_levelList->currentIndex();
+    addQuestion();
     for (int i = 0; i < 5; ++i)
-        m_txt[i]->setText(texts[i]);
+        m_fieldBoxes[i]->setText(texts[i]);
 }
 
-void QuestionEditor::cmdAdd_Click()
+void QuestionEditor::addQuestion()
 {
     WaitCursor wait;
     TestBank &bank = m_session.bank;
@@ -319,13 +319,13 @@ void QuestionEditor::cmdAdd_Click()
     bank.questionBank[subject].items()[m_editedLevel][slot] = Question{};
     bank.limits[subject].lastQuestion[m_editedLevel] = slot;
 
-    PopulateGrid();
-    selectRow(m_model->lastRowOfLevel(m_cmbLevel->currentIndex()));
+    fillGrid();
+    selectRow(m_model->lastRowOfLevel(m_levelList->currentIndex()));
     keepInView();
-    m_txt[0]->setFocus();
+    m_fieldBoxes[0]->setFocus();
 }
 
-void QuestionEditor::cmdDelete_Click()
+void QuestionEditor::deleteQuestion()
 {
     if (m_model->rowCount() <= 1) {
         m_session.prompt.stop(this, QStringLiteral("Unable to Delete Question"),
@@ -339,24 +339,24 @@ void QuestionEditor::cmdDelete_Click()
                                   QStringLiteral("Are you sure you want to Delete this Question?")))
         return;
     WaitCursor wait;
-    DoDeleteQuestion();
-    PopulateGrid();
+    removeSelectedQuestion();
+    fillGrid();
     selectRow(qMin(row, m_model->rowCount() - 1));
     keepInView();
 }
 
-void QuestionEditor::chkAdjacentLevels_Click()
+void QuestionEditor::storeAdjacentLevels()
 {
     if (m_populating)
         return;
     m_session.bank.subjects.at(m_session.records.currentSubject).adjacentLevels =
-        m_chkAdjacentLevels->isChecked();
+        m_adjacentLevelsBox->isChecked();
 }
 
-void QuestionEditor::cmdRevert_Click()
+void QuestionEditor::revertToDefaults()
 {
     const int subject = m_session.records.currentSubject;
-    const auto restoreDefaults = DefaultsOf(subject);
+    const auto restoreDefaults = defaultsOf(subject);
     if (restoreDefaults == nullptr)
         return;
     if (!m_session.prompt.confirm(
@@ -374,11 +374,11 @@ bool QuestionEditor::eventFilter(QObject *watched, QEvent *event)
     if (watched == m_grid && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
         if (key == Qt::Key_Insert) {
-            cmdAdd_Click();
+            addQuestion();
             return true;
         }
         if (key == Qt::Key_Delete) {
-            cmdDelete_Click();
+            deleteQuestion();
             return true;
         }
     }

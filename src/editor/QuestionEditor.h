@@ -28,21 +28,28 @@ public:
     // Only the built-in subjects have defaults to go back to.
     void setRevertVisible(bool visible);
 
-    void PopulateGrid();
+    void fillGrid();
     // Removes the selected question from its level; the grid is not refilled.
-    void DoDeleteQuestion();
+    void removeSelectedQuestion();
     // Makes the row current and shows it in the edit boxes.
     void selectRow(int row);
     // Puts the current row at the top when it has left the visible part.
     void keepInView();
 
-    void Grid1_Click();
-    void txt_Change(int index);
-    void cmbLevel_Click();
-    void cmdAdd_Click();
-    void cmdDelete_Click();
-    void chkAdjacentLevels_Click();
-    void cmdRevert_Click();
+    // What the user does in the frame; public so that tests can drive it.
+    // Shows the question on the grid's current row in the edit boxes.
+    void chooseQuestion();
+    // Edit box 1..5 changed: the question's text, answer or a wrong answer.
+    void editQuestionField(int field);
+    // The level list changed: the question moves to the end of that level.
+    void moveQuestionToLevel();
+    // An empty question at the end of the edited level.
+    void addQuestion();
+    // Asks first; a subject's last question is never deleted.
+    void deleteQuestion();
+    void storeAdjacentLevels();
+    // Asks first, then restores a built-in subject's questions.
+    void revertToDefaults();
 
 signals:
     // A built-in subject's defaults were restored; the screen shows the subject anew.
@@ -60,12 +67,12 @@ private:
     Session &m_session;
     QuestionGridModel *m_model = nullptr;
     QTableView *m_grid = nullptr;
-    QComboBox *m_cmbLevel = nullptr;
-    std::array<QLineEdit *, 5> m_txt{}; // txt1..txt5: the question's five texts
-    QCheckBox *m_chkAdjacentLevels = nullptr;
-    QPushButton *m_cmdAdd = nullptr;
-    QPushButton *m_cmdDelete = nullptr;
-    QPushButton *m_cmdRevert = nullptr;
+    QComboBox *m_levelList = nullptr;
+    std::array<QLineEdit *, 5> m_fieldBoxes{}; // the question's five texts
+    QCheckBox *m_adjacentLevelsBox = nullptr;
+    QPushButton *m_addButton = nullptr;
+    QPushButton *m_deleteButton = nullptr;
+    QPushButton *m_revertButton = nullptr;
     int m_editedLevel = 0;
     bool m_populating = false;
 };

@@ -56,8 +56,8 @@ TEST_F(QuestionEditorTest, TypedAndPastedTextsAreStoredAsTheFileWillHoldThem)
                 txt(field)->setText(cases[c].typed);
             else
                 txt(field)->insert(cases[c].typed);
-            EXPECT_EQ(Utf8(txt(field)->text()), Utf8(cases[c].kept)) << c << " " << field;
-            EXPECT_EQ(Utf8(cell(5 * c, field)), Utf8(cases[c].kept)) << c << " " << field;
+            EXPECT_EQ(utf8(txt(field)->text()), utf8(cases[c].kept)) << c << " " << field;
+            EXPECT_EQ(utf8(cell(5 * c, field)), utf8(cases[c].kept)) << c << " " << field;
         }
     }
     // The bank holds what the grid shows.

@@ -6,7 +6,7 @@
 
 namespace {
 
-const QStringList &Headings()
+const QStringList &headings()
 {
     static const QStringList headings = {
         QStringLiteral("Level"),         QStringLiteral("Question"),
@@ -22,12 +22,12 @@ constexpr std::array<std::string Question::*, 5> QuestionFields = {
 
 } // namespace
 
-std::string &QuestionField(Question &question, int field)
+std::string &questionField(Question &question, int field)
 {
     return question.*QuestionFields.at(field - 1);
 }
 
-const std::string &QuestionField(const Question &question, int field)
+const std::string &questionField(const Question &question, int field)
 {
     return question.*QuestionFields.at(field - 1);
 }
@@ -87,7 +87,7 @@ QVariant QuestionGridModel::data(const QModelIndex &index, int role) const
             return role == Qt::DisplayRole ? QString::fromStdString(levelText(row.level))
                                            : QVariant();
         const Question &question = m_bank.questionBank[m_subject].items()[row.level][row.slot];
-        return QString::fromStdString(QuestionField(question, index.column()));
+        return QString::fromStdString(questionField(question, index.column()));
     }
     if (role == Qt::TextAlignmentRole && index.column() == LevelColumn)
         return int(Qt::AlignCenter);
@@ -98,6 +98,6 @@ QVariant QuestionGridModel::headerData(int section, Qt::Orientation orientation,
 {
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0 &&
         section < ColumnCount)
-        return Headings().at(section);
+        return headings().at(section);
     return QAbstractTableModel::headerData(section, orientation, role);
 }

@@ -12,8 +12,8 @@
 
 // The text of a question's field 1..5 (text, answer, wrong1, wrong2, wrong3),
 // which is also its grid column.
-std::string &QuestionField(Question &question, int field);
-const std::string &QuestionField(const Question &question, int field);
+std::string &questionField(Question &question, int field);
+const std::string &questionField(const Question &question, int field);
 
 class QuestionGridModel : public QAbstractTableModel {
     Q_OBJECT

@@ -33,7 +33,7 @@ constexpr int SubjectNameLength = 20;
 // The seconds a typed test length stands for, or nothing when the text is not
 // wholly a number of 5..999 (a decimal exponent, as in "1e1", is part of a
 // number). A fraction rounds to the nearest second, a half to the even neighbour.
-std::optional<int32_t> TestLength(const QString &text)
+std::optional<int32_t> testLength(const QString &text)
 {
     static const QRegularExpression number(
         QStringLiteral("^\\s*[+-]?(\\d+(\\.\\d*)?|\\.\\d+)([eE][+-]?\\d+)?\\s*$"));
@@ -46,16 +46,16 @@ std::optional<int32_t> TestLength(const QString &text)
 }
 
 // A subject name as the file will hold it, cut to the length the list allows.
-std::string SubjectName(const QString &answer)
+std::string subjectName(const QString &answer)
 {
     return fileText(answer).left(SubjectNameLength).toStdString();
 }
 
-QPushButton *CommandButton(const QString &caption, const QString &name, QWidget *parent)
+QPushButton *commandButton(const QString &caption, const QString &name, QWidget *parent)
 {
     auto *button = new QPushButton(caption, parent);
     button->setObjectName(name);
-    // Enter closes the screen (see cmdClose); no other button may take it.
+    // Enter closes the screen (see the Close button); no other button may take it.
     button->setAutoDefault(false);
     return button;
 }
@@ -64,7 +64,7 @@ QPushButton *CommandButton(const QString &caption, const QString &name, QWidget 
 
 TestsScreen::TestsScreen(Session &session, QWidget *parent) : QDialog(parent), m_session(session)
 {
-    Form_Load();
+    buildScreen();
 }
 
 TestsScreen::~TestsScreen() = default;
@@ -74,7 +74,7 @@ void TestsScreen::setHelpOpener(HelpOpener opener)
     m_helpOpener = std::move(opener);
 }
 
-void TestsScreen::Form_Load()
+void TestsScreen::buildScreen()
 {
     WaitCursor wait;
     setObjectName(QStringLiteral("frmTests"));
@@ -96,86 +96,86 @@ void TestsScreen::Form_Load()
         size = size.boundedTo(screen->availableGeometry().size() - QSize(0, 40));
     resize(size);
     centreOnScreen();
-    PopulateSubjectList();
+    fillSubjectList();
 }
 
 QLayout *TestsScreen::buildSubjectBar()
 {
     auto *subjectLabel = new QLabel(QStringLiteral("Subject:"), this);
     subjectLabel->setObjectName(QStringLiteral("lblSubject"));
-    m_cmbSubject = new QComboBox(this);
-    m_cmbSubject->setObjectName(QStringLiteral("cmbSubject"));
-    m_cmbSubject->setMinimumContentsLength(SubjectNameLength);
-    m_cmbSubject->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    subjectLabel->setBuddy(m_cmbSubject);
+    m_subjectList = new QComboBox(this);
+    m_subjectList->setObjectName(QStringLiteral("cmbSubject"));
+    m_subjectList->setMinimumContentsLength(SubjectNameLength);
+    m_subjectList->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    subjectLabel->setBuddy(m_subjectList);
 
-    m_cmdAddSubject =
-        CommandButton(QStringLiteral("Add Subject"), QStringLiteral("cmdAddSubject"), this);
-    m_cmdEditSubject =
-        CommandButton(QStringLiteral("Edit Subject"), QStringLiteral("cmdEditSubject"), this);
-    m_cmdDeleteSubject =
-        CommandButton(QStringLiteral("Delete Subject"), QStringLiteral("cmdDeleteSubject"), this);
+    m_addSubjectButton =
+        commandButton(QStringLiteral("Add Subject"), QStringLiteral("cmdAddSubject"), this);
+    m_renameSubjectButton =
+        commandButton(QStringLiteral("Edit Subject"), QStringLiteral("cmdEditSubject"), this);
+    m_deleteSubjectButton =
+        commandButton(QStringLiteral("Delete Subject"), QStringLiteral("cmdDeleteSubject"), this);
 
     auto *durationLabel = new QLabel(QStringLiteral("Time (in Seconds):"), this);
     durationLabel->setObjectName(QStringLiteral("lblDuration"));
-    m_txtDuration = new QLineEdit(this);
-    m_txtDuration->setObjectName(QStringLiteral("txtDuration"));
-    m_txtDuration->setMaximumWidth(
-        m_txtDuration->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
-    durationLabel->setBuddy(m_txtDuration);
+    m_secondsBox = new QLineEdit(this);
+    m_secondsBox->setObjectName(QStringLiteral("txtDuration"));
+    m_secondsBox->setMaximumWidth(
+        m_secondsBox->fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
+    durationLabel->setBuddy(m_secondsBox);
 
-    connect(m_cmbSubject, &QComboBox::currentIndexChanged, this, &TestsScreen::cmbSubject_Click);
-    connect(m_cmdAddSubject, &QPushButton::clicked, this, &TestsScreen::cmdAddSubject_Click);
-    connect(m_cmdEditSubject, &QPushButton::clicked, this, &TestsScreen::cmdEditSubject_Click);
-    connect(m_cmdDeleteSubject, &QPushButton::clicked, this, &TestsScreen::cmdDeleteSubject_Click);
+    connect(m_subjectList, &QComboBox::currentIndexChanged, this, &TestsScreen::chooseSubject);
+    connect(m_addSubjectButton, &QPushButton::clicked, this, &TestsScreen::addSubject);
+    connect(m_renameSubjectButton, &QPushButton::clicked, this, &TestsScreen::renameSubject);
+    connect(m_deleteSubjectButton, &QPushButton::clicked, this, &TestsScreen::deleteSubject);
     // Emitted when the box loses the focus (and on Enter).
-    connect(m_txtDuration, &QLineEdit::editingFinished, this, &TestsScreen::txtDuration_LostFocus);
+    connect(m_secondsBox, &QLineEdit::editingFinished, this, &TestsScreen::storeTestLength);
 
     auto *bar = new QHBoxLayout;
     bar->addWidget(subjectLabel);
-    bar->addWidget(m_cmbSubject);
+    bar->addWidget(m_subjectList);
     bar->addSpacing(8);
-    bar->addWidget(m_cmdAddSubject);
-    bar->addWidget(m_cmdEditSubject);
-    bar->addWidget(m_cmdDeleteSubject);
+    bar->addWidget(m_addSubjectButton);
+    bar->addWidget(m_renameSubjectButton);
+    bar->addWidget(m_deleteSubjectButton);
     bar->addStretch(1);
     bar->addWidget(durationLabel);
-    bar->addWidget(m_txtDuration);
+    bar->addWidget(m_secondsBox);
     return bar;
 }
 
 QLayout *TestsScreen::buildFrames()
 {
-    m_fraMath = new ArithmeticSettings(m_session, this);
-    m_fraMulti = new QuestionEditor(m_session, this);
-    connect(m_fraMath, &ArithmeticSettings::reverted, this, &TestsScreen::cmbSubject_Click);
-    connect(m_fraMulti, &QuestionEditor::reverted, this, &TestsScreen::cmbSubject_Click);
+    m_arithmeticSettings = new ArithmeticSettings(m_session, this);
+    m_questionEditor = new QuestionEditor(m_session, this);
+    connect(m_arithmeticSettings, &ArithmeticSettings::reverted, this, &TestsScreen::chooseSubject);
+    connect(m_questionEditor, &QuestionEditor::reverted, this, &TestsScreen::chooseSubject);
 
     // One frame at a time, in the same place; the screen keeps the size of the larger.
     m_frames = new QStackedLayout;
-    m_frames->addWidget(m_fraMath);
-    m_frames->addWidget(m_fraMulti);
+    m_frames->addWidget(m_arithmeticSettings);
+    m_frames->addWidget(m_questionEditor);
     return m_frames;
 }
 
 QLayout *TestsScreen::buildCommandBar()
 {
-    m_cmdRevertAll = CommandButton(QStringLiteral("Revert ALL to Default"),
-                                   QStringLiteral("cmdRevertAll"), this);
-    m_cmdHelp = CommandButton(QStringLiteral("Help"), QStringLiteral("cmdHelp"), this);
-    m_cmdClose = CommandButton(QStringLiteral("Close"), QStringLiteral("cmdClose"), this);
+    m_revertAllButton = commandButton(QStringLiteral("Revert ALL to Default"),
+                                      QStringLiteral("cmdRevertAll"), this);
+    m_helpButton = commandButton(QStringLiteral("Help"), QStringLiteral("cmdHelp"), this);
+    m_closeButton = commandButton(QStringLiteral("Close"), QStringLiteral("cmdClose"), this);
     // Enter anywhere on the screen closes it, as its help page says.
-    m_cmdClose->setDefault(true);
+    m_closeButton->setDefault(true);
 
-    connect(m_cmdRevertAll, &QPushButton::clicked, this, &TestsScreen::cmdRevertAll_Click);
-    connect(m_cmdHelp, &QPushButton::clicked, this, &TestsScreen::cmdHelp_Click);
-    connect(m_cmdClose, &QPushButton::clicked, this, &TestsScreen::cmdClose_Click);
+    connect(m_revertAllButton, &QPushButton::clicked, this, &TestsScreen::revertAll);
+    connect(m_helpButton, &QPushButton::clicked, this, &TestsScreen::showHelp);
+    connect(m_closeButton, &QPushButton::clicked, this, &TestsScreen::closeScreen);
 
     auto *bar = new QHBoxLayout;
-    bar->addWidget(m_cmdRevertAll);
+    bar->addWidget(m_revertAllButton);
     bar->addStretch(1);
-    bar->addWidget(m_cmdHelp);
-    bar->addWidget(m_cmdClose);
+    bar->addWidget(m_helpButton);
+    bar->addWidget(m_closeButton);
     return bar;
 }
 
@@ -189,55 +189,55 @@ void TestsScreen::centreOnScreen()
          available.top() + (available.height() - height()) / 2);
 }
 
-void TestsScreen::PopulateSubjectList()
+void TestsScreen::fillSubjectList()
 {
     m_populating = true;
-    m_cmbSubject->clear();
+    m_subjectList->clear();
     for (const Subject &subject : m_session.bank.subjects)
-        m_cmbSubject->addItem(QString::fromStdString(subject.name));
-    m_cmbSubject->setCurrentIndex(
+        m_subjectList->addItem(QString::fromStdString(subject.name));
+    m_subjectList->setCurrentIndex(
         qBound(0, m_session.records.currentSubject, m_session.bank.subjectMax));
     m_populating = false;
-    cmbSubject_Click();
+    chooseSubject();
 }
 
-void TestsScreen::DoSaveAndPopulate()
+void TestsScreen::saveAndRefill()
 {
     StudentRecords &records = m_session.records;
     if (records.currentSubject > m_session.bank.subjectMax)
         records.currentSubject = m_session.bank.subjectMax;
     m_session.saveStudents(this);
     m_session.saveTests(this);
-    PopulateSubjectList();
+    fillSubjectList();
 }
 
-void TestsScreen::cmbSubject_Click()
+void TestsScreen::chooseSubject()
 {
-    if (m_populating || m_cmbSubject->currentIndex() < 0)
+    if (m_populating || m_subjectList->currentIndex() < 0)
         return;
     WaitCursor wait;
     StudentRecords &records = m_session.records;
-    records.currentSubjectName = m_cmbSubject->currentText().toStdString();
-    records.currentSubject = m_cmbSubject->currentIndex();
+    records.currentSubjectName = m_subjectList->currentText().toStdString();
+    records.currentSubject = m_subjectList->currentIndex();
 
     if (records.currentSubject > ArithmeticSubject) {
-        m_frames->setCurrentWidget(m_fraMulti);
-        m_fraMulti->showSubject();
+        m_frames->setCurrentWidget(m_questionEditor);
+        m_questionEditor->showSubject();
     } else {
-        m_frames->setCurrentWidget(m_fraMath);
-        m_fraMath->PopulateGrid2();
-        m_fraMath->showLevel(records.currentLevel);
+        m_frames->setCurrentWidget(m_arithmeticSettings);
+        m_arithmeticSettings->refreshGrid();
+        m_arithmeticSettings->showLevel(records.currentLevel);
     }
 
-    m_txtDuration->setText(QString::number(m_session.bank.limits[records.currentSubject].seconds));
+    m_secondsBox->setText(QString::number(m_session.bank.limits[records.currentSubject].seconds));
 
     const bool builtIn = records.currentSubject < FirstAddedSubject;
-    m_cmdEditSubject->setEnabled(!builtIn);
-    m_cmdDeleteSubject->setEnabled(!builtIn);
-    m_fraMulti->setRevertVisible(builtIn);
+    m_renameSubjectButton->setEnabled(!builtIn);
+    m_deleteSubjectButton->setEnabled(!builtIn);
+    m_questionEditor->setRevertVisible(builtIn);
 }
 
-void TestsScreen::cmdAddSubject_Click()
+void TestsScreen::addSubject()
 {
     const QString answer =
         m_session.prompt.input(this, QStringLiteral("Add New Subject"),
@@ -247,14 +247,14 @@ void TestsScreen::cmdAddSubject_Click()
 
     WaitCursor wait;
     TestBank &bank = m_session.bank;
-    addSubject(bank, SubjectName(answer));
+    ::addSubject(bank, subjectName(answer));
     m_session.records.currentSubject = bank.subjectMax;
     addSubjectResults(m_session.records, bank.subjectMax);
 
-    DoSaveAndPopulate();
+    saveAndRefill();
 }
 
-void TestsScreen::cmdEditSubject_Click()
+void TestsScreen::renameSubject()
 {
     StudentRecords &records = m_session.records;
     if (records.currentSubject < FirstAddedSubject)
@@ -265,11 +265,11 @@ void TestsScreen::cmdEditSubject_Click()
                                QString::fromStdString(records.currentSubjectName));
     if (answer.isEmpty())
         return;
-    m_session.bank.subjects[records.currentSubject].name = SubjectName(answer);
-    PopulateSubjectList();
+    m_session.bank.subjects[records.currentSubject].name = subjectName(answer);
+    fillSubjectList();
 }
 
-void TestsScreen::cmdDeleteSubject_Click()
+void TestsScreen::deleteSubject()
 {
     const int32_t deleted = m_session.records.currentSubject;
     if (deleted < FirstAddedSubject)
@@ -296,21 +296,21 @@ void TestsScreen::cmdDeleteSubject_Click()
     bank.limits.resize(subjects);
     bank.questionBank.resize(subjects);
 
-    DoSaveAndPopulate();
+    saveAndRefill();
 }
 
-void TestsScreen::txtDuration_LostFocus()
+void TestsScreen::storeTestLength()
 {
     const int32_t subject = m_session.records.currentSubject;
     if (subject < 0 || subject > m_session.bank.subjectMax)
         return;
     // Out of range, or not a number at all: silently the default length.
-    const int32_t seconds = TestLength(m_txtDuration->text()).value_or(DefaultSeconds);
+    const int32_t seconds = testLength(m_secondsBox->text()).value_or(DefaultSeconds);
     m_session.bank.limits[subject].seconds = seconds;
-    m_txtDuration->setText(QString::number(seconds));
+    m_secondsBox->setText(QString::number(seconds));
 }
 
-void TestsScreen::cmdRevertAll_Click()
+void TestsScreen::revertAll()
 {
     if (!m_session.prompt.confirm(
             this, QStringLiteral("Confirm Revert ALL to Default"),
@@ -322,10 +322,10 @@ void TestsScreen::cmdRevertAll_Click()
     WaitCursor wait;
     buildDefaultTests(m_session.bank);
     resizeResults(m_session.records, m_session.bank.subjectMax);
-    DoSaveAndPopulate();
+    saveAndRefill();
 }
 
-void TestsScreen::cmdHelp_Click()
+void TestsScreen::showHelp()
 {
     if (m_helpOpener) {
         m_helpOpener(this);
@@ -335,20 +335,20 @@ void TestsScreen::cmdHelp_Click()
     help.exec();
 }
 
-void TestsScreen::cmdClose_Click()
+void TestsScreen::closeScreen()
 {
     accept();
 }
 
-void TestsScreen::Form_QueryUnload()
+void TestsScreen::saveOnClose()
 {
     WaitCursor wait;
-    txtDuration_LostFocus();
+    storeTestLength();
     m_session.saveTests(this);
 }
 
 void TestsScreen::done(int result)
 {
-    Form_QueryUnload();
+    saveOnClose();
     QDialog::done(result);
 }

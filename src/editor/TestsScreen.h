@@ -26,26 +26,32 @@ public:
     using HelpOpener = std::function<void(QWidget *parent)>;
     void setHelpOpener(HelpOpener opener);
 
-    void PopulateSubjectList();
+    void fillSubjectList();
     // Keeps the current subject in range, writes both files and refills the list.
-    void DoSaveAndPopulate();
+    void saveAndRefill();
 
-    void cmbSubject_Click();
-    void cmdAddSubject_Click();
-    void cmdEditSubject_Click();
-    void cmdDeleteSubject_Click();
-    void txtDuration_LostFocus();
-    void cmdRevertAll_Click();
-    void cmdHelp_Click();
-    void cmdClose_Click();
+    // What the user does on the screen; public so that tests can drive it.
+    // Shows the chosen subject: the Arithmetic settings or its questions.
+    void chooseSubject();
+    // Adding, renaming and deleting ask for a name or a confirmation first; only
+    // subjects the user added can be renamed or deleted.
+    void addSubject();
+    void renameSubject();
+    void deleteSubject();
+    // The typed test length, or the default when it is no number of 5..999 seconds.
+    void storeTestLength();
+    // Asks first, then restores the built-in bank, dropping every added subject.
+    void revertAll();
+    void showHelp();
+    void closeScreen();
     // Runs on every way of closing: stores a typed test length and writes the Tests file.
-    void Form_QueryUnload();
+    void saveOnClose();
 
     // Every close (the Close button, the close box, Esc) ends here.
     void done(int result) override;
 
 private:
-    void Form_Load();
+    void buildScreen();
     QLayout *buildSubjectBar();
     QLayout *buildFrames();
     QLayout *buildCommandBar();
@@ -53,16 +59,16 @@ private:
 
     Session &m_session;
     HelpOpener m_helpOpener;
-    QComboBox *m_cmbSubject = nullptr;
-    QLineEdit *m_txtDuration = nullptr;
-    QPushButton *m_cmdAddSubject = nullptr;
-    QPushButton *m_cmdEditSubject = nullptr;
-    QPushButton *m_cmdDeleteSubject = nullptr;
-    QPushButton *m_cmdRevertAll = nullptr;
-    QPushButton *m_cmdHelp = nullptr;
-    QPushButton *m_cmdClose = nullptr;
+    QComboBox *m_subjectList = nullptr;
+    QLineEdit *m_secondsBox = nullptr;
+    QPushButton *m_addSubjectButton = nullptr;
+    QPushButton *m_renameSubjectButton = nullptr;
+    QPushButton *m_deleteSubjectButton = nullptr;
+    QPushButton *m_revertAllButton = nullptr;
+    QPushButton *m_helpButton = nullptr;
+    QPushButton *m_closeButton = nullptr;
     QStackedLayout *m_frames = nullptr;
-    ArithmeticSettings *m_fraMath = nullptr;
-    QuestionEditor *m_fraMulti = nullptr;
+    ArithmeticSettings *m_arithmeticSettings = nullptr;
+    QuestionEditor *m_questionEditor = nullptr;
     bool m_populating = false;
 };

@@ -68,7 +68,7 @@ protected:
     {
         QComboBox *box = control<QComboBox>(list);
         const int index = box->findText(entry);
-        ASSERT_GE(index, 0) << Utf8(list) << " offers " << Utf8(entry);
+        ASSERT_GE(index, 0) << utf8(list) << " offers " << utf8(entry);
         box->setCurrentIndex(index);
         emit box->activated(index);
     }
@@ -79,7 +79,7 @@ protected:
     }
 
     // Texts are compared as UTF-8, which failure messages print readably.
-    static std::string Utf8(const QString &text) { return text.toStdString(); }
+    static std::string utf8(const QString &text) { return text.toStdString(); }
 
     TestBank loadedTests() const
     {
@@ -105,7 +105,7 @@ protected:
     std::string lastConfirm() const
     {
         const ScriptedPrompt::Shown *shown = prompt.last();
-        return shown && shown->kind == ScriptedPrompt::Shown::Kind::Confirm ? Utf8(shown->title)
+        return shown && shown->kind == ScriptedPrompt::Shown::Kind::Confirm ? utf8(shown->title)
                                                                             : "";
     }
 

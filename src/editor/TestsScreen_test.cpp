@@ -19,8 +19,8 @@ TEST_F(TestsScreenTest, AddedSubjectsKeepTwentyCharactersAsTheFileKeepsThemAndCa
         EXPECT_EQ(control("fraMulti")->isHidden(), subject == 0);
     }
     // Called anyway, the handlers leave a built-in subject alone and ask nothing.
-    screen.cmdEditSubject_Click();
-    screen.cmdDeleteSubject_Click();
+    screen.renameSubject();
+    screen.deleteSubject();
     EXPECT_TRUE(prompt.shown().empty());
     // Cancelling the input box changes nothing and writes nothing.
     click("cmdAddSubject");
@@ -35,7 +35,7 @@ TEST_F(TestsScreenTest, AddedSubjectsKeepTwentyCharactersAsTheFileKeepsThemAndCa
     };
     for (const auto &[typed, kept] : names) {
         addSubject(typed);
-        EXPECT_EQ(Utf8(subjects()->currentText()), kept);
+        EXPECT_EQ(utf8(subjects()->currentText()), kept);
     }
     EXPECT_EQ(prompt.shown().size(), std::size(names) + 1) << "no message besides the input boxes";
     // The new subject is shown with its one empty question, and can be changed.
@@ -58,7 +58,7 @@ TEST_F(TestsScreenTest, AddedSubjectsKeepTwentyCharactersAsTheFileKeepsThemAndCa
     prompt.answerInput(QStringLiteral("Tom & Jerry \U0001F431\U0001F42D of the World"));
     edit->click();
     EXPECT_EQ(prompt.last()->defaultText, QString(20, QLatin1Char('x')));
-    EXPECT_EQ(Utf8(subjects()->currentText()), "Tom & Jerry ?? of th");
+    EXPECT_EQ(utf8(subjects()->currentText()), "Tom & Jerry ?? of th");
     EXPECT_FALSE(std::filesystem::exists(session.paths.testsPath));
     edit->click();
     EXPECT_EQ(session.bank.subjects.back().name, "Tom & Jerry ?? of th");
@@ -142,7 +142,7 @@ TEST_F(TestsScreenTest, TestLengthOutsideFiveToNineHundredNinetyNineBecomesThirt
         session.bank.limits[2].seconds = 60;
         box->selectAll();
         QTest::keyClicks(box, QString::fromLatin1(entry.typed));
-        screen.txtDuration_LostFocus();
+        screen.storeTestLength();
         EXPECT_EQ(session.bank.limits[2].seconds, entry.seconds) << '"' << entry.typed << '"';
         EXPECT_EQ(box->text(), QString::number(entry.seconds)) << '"' << entry.typed << '"';
     }

@@ -7,7 +7,7 @@
 namespace {
 
 // The fragments of a page, joined in the order they are read.
-QString Join(std::initializer_list<const char *> fragments)
+QString join(std::initializer_list<const char *> fragments)
 {
     QString text;
     for (const char *fragment : fragments)
@@ -26,7 +26,7 @@ constexpr const char *EnterWarning =
     "When you are finished, press <b>[Esc]</b> or click <b>[Close]</b>.";
 
 // Where this installation really keeps its files, in a sentence of its own.
-QString ActualDataDirSentence(const QString &dataDir, bool besideProgram)
+QString actualDataDirSentence(const QString &dataDir, bool besideProgram)
 {
     const QString shown = QDir::toNativeSeparators(dataDir).toHtmlEscaped();
     if (besideProgram)
@@ -40,9 +40,9 @@ QString ActualDataDirSentence(const QString &dataDir, bool besideProgram)
 
 } // namespace
 
-QString MainHelpPage(const QString &dataDir, bool besideProgram)
+QString mainHelpPage(const QString &dataDir, bool besideProgram)
 {
-    QString page = Join({
+    QString page = join({
         PageStart,
         "<center><u><h3>Help Topics</h3></u></center>",
         "<p><b><u>Overview:</u></b><br>",
@@ -81,8 +81,8 @@ QString MainHelpPage(const QString &dataDir, bool besideProgram)
         "For example, if the program is installed in <b>c:\\Program Files\\Tavrino</b>, then "
         "its files are kept in <b>c:\\Program Files\\Tavrino\\data</b>. ",
     });
-    page += ActualDataDirSentence(dataDir, besideProgram);
-    page += Join({
+    page += actualDataDirSentence(dataDir, besideProgram);
+    page += join({
         "<hr>",
         "<center><u><h3>Performing a Test</h3></u></center>",
         "<p>First make sure that the right Student is selected: the current Student's name is "
@@ -135,9 +135,9 @@ QString MainHelpPage(const QString &dataDir, bool besideProgram)
     return page;
 }
 
-QString StudentsHelpPage()
+QString studentsHelpPage()
 {
-    return Join({
+    return join({
         PageStart,
         "<center><u><h3>Students</h3></u></center>",
         "<p>This screen keeps your <b>Class</b>: the list of Students who take the tests, "
@@ -185,9 +185,9 @@ QString StudentsHelpPage()
     });
 }
 
-QString TestsHelpPage()
+QString testsHelpPage()
 {
-    return Join({
+    return join({
         PageStart,
         "<center><u><h3>Tests</h3></u></center>",
         "<p>This screen is where you look at and change the tests. Choose a Subject in the "

@@ -7,10 +7,10 @@
 // General help, shown from the main screen. dataDir is where this installation
 // keeps its files; besideProgram says whether that is the "data" directory
 // beneath the program (a portable copy) or the user's own data directory.
-QString MainHelpPage(const QString &dataDir, bool besideProgram);
+QString mainHelpPage(const QString &dataDir, bool besideProgram);
 
 // Help for the Students screen.
-QString StudentsHelpPage();
+QString studentsHelpPage();
 
 // Help for the Tests screen.
-QString TestsHelpPage();
+QString testsHelpPage();

@@ -18,7 +18,7 @@ struct PageInfo {
     QString title;
 };
 
-PageInfo InfoFor(HelpPage page)
+PageInfo infoFor(HelpPage page)
 {
     switch (page) {
     case HelpPage::Main:
@@ -32,54 +32,54 @@ PageInfo InfoFor(HelpPage page)
     return {QStringLiteral("frmHelp_Tests"), QStringLiteral("Tavrino: Tests Screen Help")};
 }
 
-QString PageText(HelpPage page, const DataPaths &paths)
+QString pageText(HelpPage page, const DataPaths &paths)
 {
     switch (page) {
     case HelpPage::Main: {
         const QString dataDir = QDir(paths.dataDir).absolutePath();
         const bool besideProgram = dataDir == QDir(portableDataDir()).absolutePath();
-        return MainHelpPage(dataDir, besideProgram);
+        return mainHelpPage(dataDir, besideProgram);
     }
     case HelpPage::Students:
-        return StudentsHelpPage();
+        return studentsHelpPage();
     case HelpPage::Tests:
         break;
     }
-    return TestsHelpPage();
+    return testsHelpPage();
 }
 
 } // namespace
 
 HelpScreen::HelpScreen(HelpPage page, const DataPaths &paths, QWidget *parent) : QDialog(parent)
 {
-    const PageInfo info = InfoFor(page);
+    const PageInfo info = infoFor(page);
     setObjectName(info.objectName);
     setWindowTitle(info.title);
     setModal(true);
 
     // The page is handed to the viewer directly: it needs no file on disk.
-    auto *WB = new QTextBrowser(this);
-    WB->setObjectName(QStringLiteral("WB"));
-    WB->setAccessibleName(info.title);
-    WB->setOpenLinks(false);
+    auto *viewer = new QTextBrowser(this);
+    viewer->setObjectName(QStringLiteral("WB"));
+    viewer->setAccessibleName(info.title);
+    viewer->setOpenLinks(false);
     // One point above the desktop's own size and a wider margin: this is text
     // to be read through, not a form to be scanned.
-    QFont readingFont = WB->font();
+    QFont readingFont = viewer->font();
     readingFont.setPointSizeF(readingFont.pointSizeF() + 1);
-    WB->setFont(readingFont);
-    WB->document()->setDocumentMargin(12);
-    WB->setHtml(PageText(page, paths));
+    viewer->setFont(readingFont);
+    viewer->document()->setDocumentMargin(12);
+    viewer->setHtml(pageText(page, paths));
 
-    auto *cmdClose = new QPushButton(QStringLiteral("Close"), this);
-    cmdClose->setObjectName(QStringLiteral("cmdClose"));
-    cmdClose->setDefault(true);
-    connect(cmdClose, &QPushButton::clicked, this, &HelpScreen::cmdClose_Click);
+    auto *closeButton = new QPushButton(QStringLiteral("Close"), this);
+    closeButton->setObjectName(QStringLiteral("cmdClose"));
+    closeButton->setDefault(true);
+    connect(closeButton, &QPushButton::clicked, this, &QDialog::accept);
 
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
-    buttons->addWidget(cmdClose);
+    buttons->addWidget(closeButton);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(WB);
+    layout->addWidget(viewer);
     layout->addLayout(buttons);
 
     // Wide and tall enough to read a section without scrolling sideways, but
@@ -87,10 +87,5 @@ HelpScreen::HelpScreen(HelpPage page, const DataPaths &paths, QWidget *parent) :
     const QRect available = screen()->availableGeometry();
     resize(QSize(760, 600).boundedTo(available.size()));
     move(available.center() - rect().center());
-    WB->setFocus();
-}
-
-void HelpScreen::cmdClose_Click()
-{
-    accept();
+    viewer->setFocus();
 }

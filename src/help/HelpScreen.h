@@ -12,7 +12,4 @@ class HelpScreen : public QDialog {
     Q_OBJECT
 public:
     HelpScreen(HelpPage page, const DataPaths &paths, QWidget *parent = nullptr);
-
-private:
-    void cmdClose_Click();
 };

@@ -23,13 +23,13 @@ static void PrintTo(const QString &text, std::ostream *out)
 
 namespace {
 
-QTextBrowser *Browser(const HelpScreen &screen)
+QTextBrowser *browser(const HelpScreen &screen)
 {
     return screen.findChild<QTextBrowser *>(QStringLiteral("WB"));
 }
 
 // The section headings of a shown page, in reading order.
-QStringList Headings(const QTextDocument &document)
+QStringList headings(const QTextDocument &document)
 {
     QStringList headings;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
@@ -62,8 +62,8 @@ TEST(HelpScreen, EachScreenOpensOnItsOwnPageAndCloses)
         SCOPED_TRACE(expected.title.toStdString());
         HelpScreen screen(expected.page, data.paths());
         EXPECT_EQ(screen.windowTitle(), expected.title);
-        ASSERT_NE(Browser(screen), nullptr);
-        EXPECT_EQ(Headings(*Browser(screen)->document()), expected.headings);
+        ASSERT_NE(browser(screen), nullptr);
+        EXPECT_EQ(headings(*browser(screen)->document()), expected.headings);
 
         auto *cmdClose = screen.findChild<QPushButton *>(QStringLiteral("cmdClose"));
         ASSERT_NE(cmdClose, nullptr);
@@ -79,10 +79,10 @@ TEST(HelpScreen, MainPageSaysWhereThisInstallationKeepsItsData)
     const QString dataDir = QStringLiteral("/home/a&b/<class>/data");
     const QString escaped = QStringLiteral("/home/a&amp;b/&lt;class&gt;/data");
     EXPECT_TRUE(
-        MainHelpPage(dataDir, true)
+        mainHelpPage(dataDir, true)
             .contains(QStringLiteral("On this computer, the <b>data</b> directory is <b>%1</b>. ")
                           .arg(escaped)));
-    const QString elsewhere = MainHelpPage(dataDir, false);
+    const QString elsewhere = mainHelpPage(dataDir, false);
     EXPECT_TRUE(elsewhere.contains(QStringLiteral("cannot be written to")));
     EXPECT_TRUE(elsewhere.contains(QStringLiteral("<b>%1</b>. ").arg(escaped)));
     EXPECT_FALSE(elsewhere.contains(dataDir));
@@ -91,5 +91,5 @@ TEST(HelpScreen, MainPageSaysWhereThisInstallationKeepsItsData)
     const TempDataDir data;
     const HelpScreen screen(HelpPage::Main, data.paths());
     const QString shown = QDir::toNativeSeparators(QDir(data.path()).absolutePath());
-    EXPECT_TRUE(Browser(screen)->toPlainText().contains(shown)) << shown.toStdString();
+    EXPECT_TRUE(browser(screen)->toPlainText().contains(shown)) << shown.toStdString();
 }

@@ -8,21 +8,21 @@
 namespace {
 
 // The text as shown: a doubled ampersand is one ampersand on the screen.
-QString ShownAnswer(const QRadioButton &answer)
+QString shownAnswer(const QRadioButton &answer)
 {
     return answer.text().replace(QStringLiteral("&&"), QStringLiteral("&"));
 }
 
 } // namespace
 
-void FitAnswers(const std::array<QRadioButton *, 4> &answers, int width, int largestPoints,
+void fitAnswers(const std::array<QRadioButton *, 4> &answers, int width, int largestPoints,
                 int smallestPoints)
 {
     // What a button adds to its text (the round mark, padding, the focus frame)
     // hardly depends on the text's size; the largest of the four is kept.
     int extra = 0;
     for (const QRadioButton *answer : answers) {
-        const int text = QFontMetrics(answer->font()).horizontalAdvance(ShownAnswer(*answer));
+        const int text = QFontMetrics(answer->font()).horizontalAdvance(shownAnswer(*answer));
         extra = std::max(extra, answer->sizeHint().width() - text);
     }
     QFont font = answers[0]->font();
@@ -31,7 +31,7 @@ void FitAnswers(const std::array<QRadioButton *, 4> &answers, int width, int lar
         const QFontMetrics metrics(font);
         int widest = 0;
         for (const QRadioButton *answer : answers)
-            widest = std::max(widest, metrics.horizontalAdvance(ShownAnswer(*answer)));
+            widest = std::max(widest, metrics.horizontalAdvance(shownAnswer(*answer)));
         return widest;
     };
     const int room = width - extra;

@@ -10,5 +10,5 @@ class QRadioButton;
 // Sets the four answers in one font size: the largest from largestPoints down to
 // smallestPoints at which the widest of them fits in width pixels. Past the
 // smallest size a long answer is cut off at the right; its text is kept whole.
-void FitAnswers(const std::array<QRadioButton *, 4> &answers, int width, int largestPoints,
+void fitAnswers(const std::array<QRadioButton *, 4> &answers, int width, int largestPoints,
                 int smallestPoints);

@@ -29,7 +29,7 @@ constexpr std::pair<int, int> Choices[] = {{0, 0}, {1, 3}, {0, 5}, {2, 1},  {0, 
 
 // Resident memory in kB, after handing freed heap back to the system so that
 // only memory still in use counts.
-long ResidentKb()
+long residentKb()
 {
     malloc_trim(0);
     std::ifstream status("/proc/self/status");
@@ -76,13 +76,13 @@ TEST_F(LongUseTest, AThousandTestsLeaveExactlyTheirScoresOnDiskAndMemoryFlat)
     for (int test = 0; test < 1000; ++test) {
         if (test % 7 == 3) {
             nextStudent = (test / 7) % Students;
-            screen->cmdSelectStudent_Click();
+            screen->openStudentsScreen();
         }
         const auto [subject, level] = Choices[test % std::size(Choices)];
         combo("cmbSubject")->setCurrentIndex(subject);
         chooseLevel(level);
 
-        screen->cmdStartTest_Click();
+        screen->startTest();
         const int rights = 1 + test % 3;
         const int wrongs = (test / 3) % 3;
         for (int answer = 0; answer < rights + wrongs; ++answer)
@@ -90,7 +90,7 @@ TEST_F(LongUseTest, AThousandTestsLeaveExactlyTheirScoresOnDiskAndMemoryFlat)
         if (test % 5 < 2)
             tick(TestSeconds + 1); // the clock runs out, then the pause before Start comes back
         else
-            screen->cmdStop_Click();
+            screen->stopTest();
         ASSERT_TRUE(shown("cmdStartTest")) << "test " << test;
         ASSERT_FALSE(find<QTimer>("Timer1")->isActive()) << "no tick comes between tests";
 
@@ -99,9 +99,9 @@ TEST_F(LongUseTest, AThousandTestsLeaveExactlyTheirScoresOnDiskAndMemoryFlat)
         high = std::max(high, last);
         QCoreApplication::processEvents();
         if (test == 99)
-            residentAfterWarmUp = ResidentKb();
+            residentAfterWarmUp = residentKb();
     }
-    [[maybe_unused]] const long residentAtEnd = ResidentKb();
+    [[maybe_unused]] const long residentAtEnd = residentKb();
     // AddressSanitizer holds freed memory back in quarantine, so there resident
     // memory says nothing about leaks; it reports them itself at exit.
 #if !defined(__SANITIZE_ADDRESS__)

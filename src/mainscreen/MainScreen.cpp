@@ -35,14 +35,14 @@ MainScreen::MainScreen(Session &session, RandomSource &random, QWidget *parent)
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(Title);
-    m_ui->Frame1->hide();
+    m_ui->mainPanel->hide();
     resize(1000, 700);
     if (const QScreen *display = QGuiApplication::primaryScreen())
         move(display->availableGeometry().center() - rect().center());
 
     m_otherScreens.students = [this] {
         StudentsScreen screen(m_session, this);
-        if (!screen.Form_Load())
+        if (!screen.loadRoster())
             return false;
         screen.exec();
         takeKeyboardBack();
@@ -61,7 +61,7 @@ MainScreen::MainScreen(Session &session, RandomSource &random, QWidget *parent)
 
     // A missing directory is made now; telling the user about a failure has to
     // wait until the screen is up.
-    m_dataDirectoryProblem = MakeDataDirectory(m_session.paths.dataDir);
+    m_dataDirectoryProblem = makeDataDirectory(m_session.paths.dataDir);
     connectControls();
 }
 
@@ -74,27 +74,24 @@ void MainScreen::setOtherScreens(OtherScreens screens)
 
 void MainScreen::connectControls()
 {
-    connect(m_ui->cmbSubject, &QComboBox::currentIndexChanged, this, &MainScreen::cmbSubject_Click);
-    connect(m_ui->levelButtons, &QButtonGroup::idClicked, this, &MainScreen::optLevel_Click);
-    connect(m_ui->cmdSelectStudent, &QPushButton::clicked, this,
-            &MainScreen::cmdSelectStudent_Click);
-    connect(m_ui->cmdTest, &QPushButton::clicked, this, &MainScreen::cmdTest_Click);
-    connect(m_ui->cmdHelp, &QPushButton::clicked, this, &MainScreen::cmdHelp_Click);
-    connect(m_ui->cmdExit, &QPushButton::clicked, this, &MainScreen::cmdExit_Click);
-    connect(m_ui->cmdStartTest, &QPushButton::clicked, this, &MainScreen::cmdStartTest_Click);
-    connect(m_ui->cmdStop, &QPushButton::clicked, this, &MainScreen::cmdStop_Click);
-    connect(m_ui->Timer1, &QTimer::timeout, this, &MainScreen::Timer1_Timer);
-    connect(m_ui->answerButtons, &QButtonGroup::idClicked, this, &MainScreen::optAnswer_Click);
-    for (QObject *watched :
-         {static_cast<QObject *>(m_ui->txtNum1), static_cast<QObject *>(m_ui->txtNum2),
-          static_cast<QObject *>(m_ui->txtAnswer)})
-        watched->installEventFilter(this);
-    for (QRadioButton *option : m_ui->optAnswer)
+    connect(m_ui->subjectList, &QComboBox::currentIndexChanged, this, &MainScreen::chooseSubject);
+    connect(m_ui->levelGroup, &QButtonGroup::idClicked, this, &MainScreen::chooseLevel);
+    connect(m_ui->studentsButton, &QPushButton::clicked, this, &MainScreen::openStudentsScreen);
+    connect(m_ui->testsButton, &QPushButton::clicked, this, &MainScreen::openTestsScreen);
+    connect(m_ui->helpButton, &QPushButton::clicked, this, &MainScreen::showHelp);
+    connect(m_ui->exitButton, &QPushButton::clicked, this, &MainScreen::exitProgram);
+    connect(m_ui->startButton, &QPushButton::clicked, this, &MainScreen::startTest);
+    connect(m_ui->stopButton, &QPushButton::clicked, this, &MainScreen::stopTest);
+    connect(m_ui->clock, &QTimer::timeout, this, &MainScreen::onClockTick);
+    connect(m_ui->answerGroup, &QButtonGroup::idClicked, this, &MainScreen::chooseAnswer);
+    for (QLineEdit *box : {m_ui->number1Box, m_ui->number2Box, m_ui->answerBox})
+        box->installEventFilter(this);
+    for (QRadioButton *option : m_ui->answerButtons)
         option->installEventFilter(this);
     // The answers are sized to the strip's width whenever it changes.
     m_ui->answerStrip->installEventFilter(this);
     // Enter that the subject list and the level buttons leave unused reaches the panel.
-    m_ui->fraStartTest->installEventFilter(this);
+    m_ui->startPanel->installEventFilter(this);
 }
 
 void MainScreen::takeKeyboardBack()
@@ -112,7 +109,7 @@ void MainScreen::showEvent(QShowEvent *event)
     // have a window to sit over.
     if (!m_activationQueued) {
         m_activationQueued = true;
-        QTimer::singleShot(0, this, &MainScreen::Form_Activate);
+        QTimer::singleShot(0, this, &MainScreen::firstActivation);
     }
 }
 
@@ -123,60 +120,53 @@ bool MainScreen::eventFilter(QObject *watched, QEvent *event)
             m_ui->fitAnswers();
         return false;
     }
+    const std::array<QLineEdit *, 3> boxes = {m_ui->number1Box, m_ui->number2Box, m_ui->answerBox};
     if (event->type() == QEvent::FocusIn) {
-        if (watched == m_ui->txtNum1)
-            txtNum1_GotFocus();
-        else if (watched == m_ui->txtNum2)
-            txtNum2_GotFocus();
-        else if (watched == m_ui->txtAnswer)
-            txtAnswer_GotFocus();
+        for (QLineEdit *box : boxes)
+            if (watched == box)
+                passFocusToBlank(*box);
         return false;
     }
     if (event->type() != QEvent::KeyPress)
         return false;
-    const int key = static_cast<QKeyEvent *>(event)->key();
+    const auto key = static_cast<Qt::Key>(static_cast<QKeyEvent *>(event)->key());
     const int arrow = key == Qt::Key_Down || key == Qt::Key_Right ? 1
                       : key == Qt::Key_Up || key == Qt::Key_Left  ? -1
                                                                   : 0;
     for (int index = 0; arrow != 0 && index < 4; ++index) {
-        if (watched != m_ui->optAnswer[index])
+        if (watched != m_ui->answerButtons[index])
             continue;
         // The arrow keys choose the next answer as a click does. Qt would only
         // move the focus while no answer is chosen yet, and Enter would then
         // judge the first answer, not the one the child moved to.
         if (index + arrow >= 0 && index + arrow < 4) {
-            m_ui->optAnswer[index + arrow]->setFocus(Qt::TabFocusReason);
-            m_ui->optAnswer[index + arrow]->click();
+            m_ui->answerButtons[index + arrow]->setFocus(Qt::TabFocusReason);
+            m_ui->answerButtons[index + arrow]->click();
         }
         return true;
     }
     if (key != Qt::Key_Return && key != Qt::Key_Enter)
         return false;
-    if (watched == m_ui->fraStartTest) {
+    if (watched == m_ui->startPanel) {
         // Start Test is the panel's default button, except while it is held
         // back after a test that ran out of time.
-        if (m_ui->cmdStartTest->isVisible())
-            m_ui->cmdStartTest->click();
+        if (m_ui->startButton->isVisible())
+            m_ui->startButton->click();
         return true;
     }
-    constexpr int Enter = 13;
-    if (watched == m_ui->txtNum1)
-        txtNum1_KeyPress(Enter);
-    else if (watched == m_ui->txtNum2)
-        txtNum2_KeyPress(Enter);
-    else if (watched == m_ui->txtAnswer)
-        txtAnswer_KeyPress(Enter);
-    else
-        for (int index = 0; index < 4; ++index)
-            if (watched == m_ui->optAnswer[index])
-                optAnswer_KeyPress(index, Enter);
+    for (QLineEdit *box : boxes)
+        if (watched == box)
+            onAnswerBoxKey(*box, key);
+    for (QRadioButton *answer : m_ui->answerButtons)
+        if (watched == answer)
+            onAnswerKey(key);
     return true;
 }
 
 void MainScreen::endProgram()
 {
     m_ending = true;
-    m_ui->Timer1->stop();
+    m_ui->clock->stop();
     hide();
     // Queued, so that it also ends the program when start-up runs before the
     // event loop has begun.
@@ -184,104 +174,104 @@ void MainScreen::endProgram()
         QCoreApplication::instance(), [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
 }
 
-void MainScreen::Form_Activate()
+void MainScreen::firstActivation()
 {
     if (m_activated)
         return;
     m_activated = true;
     std::optional<std::string> problem = m_dataDirectoryProblem;
     if (!problem)
-        problem = PrepareDataDirectory(m_session.paths);
+        problem = prepareDataDirectory(m_session.paths);
     if (problem) {
         m_session.prompt.stop(this, Title, QString::fromStdString(*problem));
         endProgram();
         return;
     }
-    DisplayMainForm();
+    showMainPanel();
 }
 
-void MainScreen::DisplayMainForm()
+void MainScreen::showMainPanel()
 {
-    m_ui->fraSplash->hide();
-    m_ui->Frame1->show();
-    InitQuestions();
-    PreStartTest();
+    m_ui->splash->hide();
+    m_ui->mainPanel->show();
+    loadQuestions();
+    openStartPanel();
 }
 
-void MainScreen::InitQuestions()
+void MainScreen::loadQuestions()
 {
     std::optional<std::string> problem;
     {
         const WaitCursor wait;
         m_answerPositions = makeAnswerPositionTable();
-        problem = LoadTestBank(m_session.bank, m_session.paths);
-        PopulateSubjectCombo();
+        problem = loadTestBank(m_session.bank, m_session.paths);
+        fillSubjectList();
     }
     if (problem)
         m_session.prompt.stop(this, Title, QString::fromStdString(*problem));
 }
 
-void MainScreen::PopulateSubjectCombo()
+void MainScreen::fillSubjectList()
 {
     m_loading = true;
-    m_ui->cmbSubject->clear();
+    m_ui->subjectList->clear();
     for (const Subject &subject : m_session.bank.subjects)
-        m_ui->cmbSubject->addItem(QString::fromStdString(subject.name));
+        m_ui->subjectList->addItem(QString::fromStdString(subject.name));
     m_loading = false;
 }
 
-void MainScreen::PreStartTest()
+void MainScreen::openStartPanel()
 {
     m_session.records.currentSubject = ArithmeticSubject;
-    cmdSelectStudent_Click();
+    openStudentsScreen();
     if (m_ending)
         return;
-    m_ui->fraStartTest->show();
-    m_ui->cmdStartTest->setFocus();
+    m_ui->startPanel->show();
+    m_ui->startButton->setFocus();
 }
 
-void MainScreen::cmbSubject_Click()
+void MainScreen::chooseSubject()
 {
-    const int index = m_ui->cmbSubject->currentIndex();
+    const int index = m_ui->subjectList->currentIndex();
     if (m_loading || index < 0 || index > m_session.bank.subjectMax)
         return;
     const WaitCursor wait;
     StudentRecords &records = m_session.records;
-    m_ui->fraLastAnswer->hide();
+    m_ui->lastAnswerPanel->hide();
     records.currentSubject = index;
-    records.currentSubjectName = m_ui->cmbSubject->currentText().toStdString();
-    m_ui->lblSubject->setText(m_ui->cmbSubject->currentText());
-    DisplayTotals();
+    records.currentSubjectName = m_ui->subjectList->currentText().toStdString();
+    m_ui->subjectValue->setText(m_ui->subjectList->currentText());
+    showTotals();
     m_session.saveStudents(this);
-    DisableLevelButtons();
+    enableLevelsWithQuestions();
     m_testSeconds = m_session.bank.limits[index].seconds;
-    m_ui->lblDuration->setText(QStringLiteral("%1 secs").arg(m_testSeconds));
+    m_ui->secondsValue->setText(QStringLiteral("%1 secs").arg(m_testSeconds));
 }
 
-void MainScreen::optLevel_Click(int level)
+void MainScreen::chooseLevel(int level)
 {
     const WaitCursor wait;
     StudentRecords &records = m_session.records;
     records.currentLevel = level;
     if (records.currentStudent >= 0 && records.currentStudent <= records.studentMax())
         records.students[records.currentStudent].level = static_cast<int16_t>(level);
-    DisplayTotals();
+    showTotals();
     m_session.saveStudents(this);
 }
 
-void MainScreen::DisableLevelButtons()
+void MainScreen::enableLevelsWithQuestions()
 {
     for (int level = 0; level < LevelCount; ++level)
-        m_ui->optLevel[level]->setEnabled(
+        m_ui->levelButtons[level]->setEnabled(
             levelHasQuestions(m_session.bank, m_session.records.currentSubject, level));
-    updateTabStop(m_ui->levelButtons->buttons());
+    updateTabStop(m_ui->levelGroup->buttons());
 }
 
-void MainScreen::DisplayTotals()
+void MainScreen::showTotals()
 {
     const StudentRecords &records = m_session.records;
     const int level = records.currentLevel;
-    m_ui->lblLevel->setText(QString::fromStdString(levelText(level)));
+    m_ui->levelValue->setText(QString::fromStdString(levelText(level)));
     int last = 0;
     int high = 0;
     if (records.currentStudent >= 0 && records.currentStudent <= records.studentMax() &&
@@ -294,21 +284,21 @@ void MainScreen::DisplayTotals()
             high = results[records.currentSubject].high[level];
         }
     }
-    m_ui->lblLastScore->setNum(last);
-    m_ui->lblHighScore->setNum(high);
+    m_ui->lastScoreValue->setNum(last);
+    m_ui->highScoreValue->setNum(high);
 }
 
-void MainScreen::ButtonsInvisible()
+void MainScreen::hideCommandButtons()
 {
     for (QPushButton *button :
-         {m_ui->cmdSelectStudent, m_ui->cmdTest, m_ui->cmdHelp, m_ui->cmdExit})
+         {m_ui->studentsButton, m_ui->testsButton, m_ui->helpButton, m_ui->exitButton})
         button->hide();
 }
 
-void MainScreen::ButtonsVisible()
+void MainScreen::showCommandButtons()
 {
     for (QPushButton *button :
-         {m_ui->cmdSelectStudent, m_ui->cmdTest, m_ui->cmdHelp, m_ui->cmdExit})
+         {m_ui->studentsButton, m_ui->testsButton, m_ui->helpButton, m_ui->exitButton})
         button->show();
 }
 
@@ -321,46 +311,46 @@ void MainScreen::showSelections()
     if (records.currentSubject < 0 || records.currentSubject > m_session.bank.subjectMax)
         records.currentSubject = ArithmeticSubject;
     if (records.currentLevel >= 0 && records.currentLevel < LevelCount)
-        m_ui->optLevel[records.currentLevel]->setChecked(true);
+        m_ui->levelButtons[records.currentLevel]->setChecked(true);
     m_loading = true;
-    m_ui->cmbSubject->setCurrentIndex(records.currentSubject);
+    m_ui->subjectList->setCurrentIndex(records.currentSubject);
     m_loading = false;
-    cmbSubject_Click();
-    m_ui->lblSubject->setText(QString::fromStdString(records.currentSubjectName));
-    DisplayTotals();
+    chooseSubject();
+    m_ui->subjectValue->setText(QString::fromStdString(records.currentSubjectName));
+    showTotals();
 }
 
-void MainScreen::cmdSelectStudent_Click()
+void MainScreen::openStudentsScreen()
 {
-    m_ui->lblTestCompleted->hide();
-    m_ui->fraLastAnswer->hide();
+    m_ui->outcome->hide();
+    m_ui->lastAnswerPanel->hide();
     if (!m_otherScreens.students()) {
         // The Students screen has told the user what is wrong with the file,
         // which is left exactly as it is.
         endProgram();
         return;
     }
-    m_ui->lblStudent->setText(QString::fromStdString(m_session.records.currentStudentName));
+    m_ui->studentValue->setText(QString::fromStdString(m_session.records.currentStudentName));
     showSelections();
-    m_ui->Frame1->show();
+    m_ui->mainPanel->show();
 }
 
-void MainScreen::cmdTest_Click()
+void MainScreen::openTestsScreen()
 {
-    m_ui->lblTestCompleted->hide();
-    m_ui->fraLastAnswer->hide();
+    m_ui->outcome->hide();
+    m_ui->lastAnswerPanel->hide();
     m_otherScreens.tests();
-    PopulateSubjectCombo();
+    fillSubjectList();
     showSelections();
-    DisableLevelButtons();
+    enableLevelsWithQuestions();
 }
 
-void MainScreen::cmdHelp_Click()
+void MainScreen::showHelp()
 {
     m_otherScreens.help();
 }
 
-void MainScreen::cmdExit_Click()
+void MainScreen::exitProgram()
 {
     close();
 }

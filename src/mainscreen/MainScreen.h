@@ -12,7 +12,6 @@
 #include <optional>
 #include <string>
 
-class QLabel;
 class QLineEdit;
 class RandomSource;
 struct MainScreenPanels;
@@ -41,28 +40,27 @@ public:
 
     // The first activation: blank page, test bank, subject list, then the
     // Students screen. Later calls do nothing.
-    void Form_Activate();
+    void firstActivation();
 
     // Between tests.
-    void cmbSubject_Click();
-    void optLevel_Click(int level);
-    void cmdSelectStudent_Click();
-    void cmdTest_Click();
-    void cmdHelp_Click();
-    void cmdExit_Click();
+    void chooseSubject();
+    void chooseLevel(int level);
+    void openStudentsScreen();
+    void openTestsScreen();
+    void showHelp();
+    void exitProgram();
 
-    // The timed test. Key codes are character codes: 13 is Enter.
-    void cmdStartTest_Click();
-    void Timer1_Timer();
-    void cmdStop_Click();
-    void txtNum1_KeyPress(int keyAscii);
-    void txtNum2_KeyPress(int keyAscii);
-    void txtAnswer_KeyPress(int keyAscii);
-    void txtNum1_GotFocus();
-    void txtNum2_GotFocus();
-    void txtAnswer_GotFocus();
-    void optAnswer_Click(int index);
-    void optAnswer_KeyPress(int index, int keyAscii);
+    // The timed test. One tick of the clock is one second of the test.
+    void startTest();
+    void onClockTick();
+    void stopTest();
+    // A key pressed in one of the three boxes of an Arithmetic problem: Enter
+    // judges what was typed, unless the box is empty.
+    void onAnswerBoxKey(const QLineEdit &box, Qt::Key key);
+    // An answer of a multiple-choice question was clicked or reached with the arrow keys.
+    void chooseAnswer(int index);
+    // A key pressed on an answer: Enter judges the chosen one.
+    void onAnswerKey(Qt::Key key);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -73,20 +71,19 @@ private:
     void takeKeyboardBack();
     void endProgram();
 
-    void DisplayMainForm();
-    void InitQuestions();
-    void PopulateSubjectCombo();
-    void PreStartTest();
-    void DisableLevelButtons();
-    void DisplayTotals();
-    void ButtonsInvisible();
-    void ButtonsVisible();
+    void showMainPanel();
+    void loadQuestions();
+    void fillSubjectList();
+    void openStartPanel();
+    void enableLevelsWithQuestions();
+    void showTotals();
+    void hideCommandButtons();
+    void showCommandButtons();
     void showSelections();
 
-    void ChangeQuestion();
-    void CheckAnswer();
+    void showNextQuestion();
+    void checkArithmeticAnswer();
     void endTest();
-    void boxKeyPress(const QLineEdit &box, int keyAscii);
     void passFocusToBlank(const QLineEdit &box);
     QLineEdit *blankBox() const;
     void showLastAnswer(bool arithmetic);

@@ -77,7 +77,7 @@ protected:
         // Lets the window become active. The first activation may run from
         // here already; the call below then finds it done.
         QCoreApplication::processEvents();
-        screen->Form_Activate();
+        screen->firstActivation();
     }
 
     // What the Students screen does from its load to its close: the roster is
@@ -162,7 +162,7 @@ protected:
     void tick(int times)
     {
         for (int i = 0; i < times; ++i)
-            screen->Timer1_Timer();
+            screen->onClockTick();
     }
 
     // The box the child types into: the one the question left empty.

@@ -22,7 +22,7 @@
 
 using namespace MainScreenParts;
 
-void SetDisplayStyle(QLineEdit &box)
+void setDisplayStyle(QLineEdit &box)
 {
     QPalette palette = box.palette();
     palette.setColor(QPalette::Base, bgrColor(Bgr::Black));
@@ -32,7 +32,7 @@ void SetDisplayStyle(QLineEdit &box)
     box.setAlignment(Qt::AlignCenter);
 }
 
-void SetEntryStyle(QLineEdit &box)
+void setEntryStyle(QLineEdit &box)
 {
     QPalette palette = box.palette();
     palette.setColor(QPalette::Base, bgrColor(Bgr::White));
@@ -42,7 +42,7 @@ void SetEntryStyle(QLineEdit &box)
     box.setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
-void SetTextColour(QWidget &widget, int bgr)
+void setTextColour(QWidget &widget, int bgr)
 {
     QPalette palette = widget.palette();
     palette.setColor(QPalette::WindowText, bgrColor(bgr));
@@ -56,17 +56,17 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
     formLayout->setContentsMargins(0, 0, 0, 0);
     formLayout->addWidget(buildSplash(form));
 
-    Frame1 = named(new QFrame(form), "Frame1");
-    Frame1->setFont(arial(CaptionPoints));
-    formLayout->addWidget(Frame1);
+    mainPanel = named(new QFrame(form), "Frame1");
+    mainPanel->setFont(arial(CaptionPoints));
+    formLayout->addWidget(mainPanel);
 
     // The start panel and the two question panels take turns in one place.
     auto *questionArea = new QWidget;
     auto *questionLayout = new QGridLayout(questionArea);
     questionLayout->setContentsMargins(0, 0, 0, 0);
     questionLayout->addWidget(buildStartPanel(), 0, 0);
-    questionLayout->addWidget(buildMathPanel(), 0, 0);
-    questionLayout->addWidget(buildMultiPanel(), 0, 0);
+    questionLayout->addWidget(buildArithmeticPanel(), 0, 0);
+    questionLayout->addWidget(buildMultipleChoicePanel(), 0, 0);
 
     auto *left = new QVBoxLayout;
     left->addWidget(questionArea);
@@ -77,29 +77,30 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
     body->addLayout(left, 1);
     body->addWidget(buildScorePanel(), 0, Qt::AlignTop);
 
-    auto *frameLayout = new QVBoxLayout(Frame1);
+    auto *frameLayout = new QVBoxLayout(mainPanel);
     frameLayout->setContentsMargins(12, 8, 12, 12);
     frameLayout->setSpacing(12);
     frameLayout->addWidget(buildButtonBar());
     frameLayout->addLayout(body, 1);
 
-    Timer1 = named(new QTimer(form), "Timer1");
-    Timer1->setInterval(1000);
+    clock = named(new QTimer(form), "Timer1");
+    clock->setInterval(1000);
 
     // Tab follows the screen from the top: the command buttons, the start
     // panel, whichever question is showing, and Stop. Hidden controls are skipped.
-    std::vector<QWidget *> tabChain = {cmdSelectStudent, cmdTest, cmdHelp, cmdExit, cmbSubject};
-    tabChain.insert(tabChain.end(), optLevel.begin(), optLevel.end());
-    tabChain.insert(tabChain.end(), {cmdStartTest, txtNum1, txtNum2, txtAnswer});
-    tabChain.insert(tabChain.end(), optAnswer.begin(), optAnswer.end());
-    tabChain.push_back(cmdStop);
+    std::vector<QWidget *> tabChain = {studentsButton, testsButton, helpButton, exitButton,
+                                       subjectList};
+    tabChain.insert(tabChain.end(), levelButtons.begin(), levelButtons.end());
+    tabChain.insert(tabChain.end(), {startButton, number1Box, number2Box, answerBox});
+    tabChain.insert(tabChain.end(), answerButtons.begin(), answerButtons.end());
+    tabChain.push_back(stopButton);
     setTabChain(tabChain);
 }
 
 QFrame *MainScreenPanels::buildSplash(QWidget *form)
 {
-    fraSplash = named(new QFrame(form), "fraSplash");
-    auto *layout = new QVBoxLayout(fraSplash);
+    splash = named(new QFrame(form), "fraSplash");
+    auto *layout = new QVBoxLayout(splash);
     layout->addStretch();
     for (const QString &text :
          {QStringLiteral("Please Wait ..."), QStringLiteral("Loading Program,")}) {
@@ -108,47 +109,47 @@ QFrame *MainScreenPanels::buildSplash(QWidget *form)
         layout->addWidget(line);
     }
     layout->addStretch();
-    return fraSplash;
+    return splash;
 }
 
 QWidget *MainScreenPanels::buildButtonBar()
 {
-    cmdSelectStudent = button("cmdSelectStudent", QStringLiteral("Students"));
-    cmdTest = button("cmdTest", QStringLiteral("Tests"));
-    cmdHelp = button("cmdHelp", QStringLiteral("Help"));
-    cmdExit = button("cmdExit", QStringLiteral("E&xit"));
+    studentsButton = button("cmdSelectStudent", QStringLiteral("Students"));
+    testsButton = button("cmdTest", QStringLiteral("Tests"));
+    helpButton = button("cmdHelp", QStringLiteral("Help"));
+    exitButton = button("cmdExit", QStringLiteral("E&xit"));
 
     auto *bar = new QWidget;
     auto *layout = new QHBoxLayout(bar);
     layout->setContentsMargins(0, 0, 0, 0);
-    for (QPushButton *push : {cmdSelectStudent, cmdTest, cmdHelp}) {
+    for (QPushButton *push : {studentsButton, testsButton, helpButton}) {
         push->setMinimumWidth(130);
         layout->addWidget(push);
     }
     layout->addStretch();
-    cmdExit->setMinimumWidth(130);
-    layout->addWidget(cmdExit);
+    exitButton->setMinimumWidth(130);
+    layout->addWidget(exitButton);
     // Keeps the bar's height while its buttons are hidden during a test, so the
     // question does not move up when the test starts.
-    bar->setMinimumHeight(qMax(cmdExit->sizeHint().height(), cmdExit->minimumHeight()));
+    bar->setMinimumHeight(qMax(exitButton->sizeHint().height(), exitButton->minimumHeight()));
     return bar;
 }
 
 QFrame *MainScreenPanels::buildStartPanel()
 {
-    fraStartTest = panel("fraStartTest");
+    startPanel = panel("fraStartTest");
 
-    cmbSubject = named(new QComboBox, "cmbSubject");
-    cmbSubject->setFont(arial(16));
-    cmbSubject->setMinimumWidth(280);
+    subjectList = named(new QComboBox, "cmbSubject");
+    subjectList->setFont(arial(16));
+    subjectList->setMinimumWidth(280);
     QLabel *subjectCaption = caption(QStringLiteral("Subject:"), 16, true);
-    subjectCaption->setBuddy(cmbSubject);
+    subjectCaption->setBuddy(subjectList);
     auto *subjectRow = new QHBoxLayout;
     subjectRow->addWidget(subjectCaption);
-    subjectRow->addWidget(cmbSubject);
+    subjectRow->addWidget(subjectList);
     subjectRow->addStretch();
 
-    levelButtons = new QButtonGroup(fraStartTest);
+    levelGroup = new QButtonGroup(startPanel);
     auto *levelRow = new QHBoxLayout;
     levelRow->setSpacing(4);
     for (int level = 0; level < LevelCount; ++level) {
@@ -156,74 +157,74 @@ QFrame *MainScreenPanels::buildStartPanel()
         option->setObjectName(QStringLiteral("optLevel%1").arg(level));
         option->setFont(arial(14, true));
         option->setAccessibleName(QStringLiteral("Level ") + option->text());
-        levelButtons->addButton(option, level);
+        levelGroup->addButton(option, level);
         levelRow->addWidget(option);
-        optLevel[level] = option;
+        levelButtons[level] = option;
     }
-    tabToCheckedButton(levelButtons->buttons());
+    tabToCheckedButton(levelGroup->buttons());
     levelRow->addStretch();
 
-    cmdStartTest = button("cmdStartTest", QStringLiteral("Start Test"), 20);
-    cmdStartTest->setMinimumSize(260, 64);
+    startButton = button("cmdStartTest", QStringLiteral("Start Test"), 20);
+    startButton->setMinimumSize(260, 64);
     // While the button is held back after a test, the message under it stays put.
-    QSizePolicy keepPlace = cmdStartTest->sizePolicy();
+    QSizePolicy keepPlace = startButton->sizePolicy();
     keepPlace.setRetainSizeWhenHidden(true);
-    cmdStartTest->setSizePolicy(keepPlace);
+    startButton->setSizePolicy(keepPlace);
 
-    lblTestCompleted = namedLabel("lblTestCompleted", ScorePoints, true);
-    lblTestCompleted->setAlignment(Qt::AlignCenter);
-    lblTestCompleted->setWordWrap(true);
-    lblTestCompleted->hide();
+    outcome = namedLabel("lblTestCompleted", ScorePoints, true);
+    outcome->setAlignment(Qt::AlignCenter);
+    outcome->setWordWrap(true);
+    outcome->hide();
 
-    auto *layout = new QVBoxLayout(fraStartTest);
+    auto *layout = new QVBoxLayout(startPanel);
     layout->setContentsMargins(16, 16, 16, 16);
     layout->setSpacing(14);
     layout->addLayout(subjectRow);
     layout->addWidget(caption(QStringLiteral("Level:"), 16, true));
     layout->addLayout(levelRow);
     layout->addSpacing(8);
-    layout->addWidget(cmdStartTest, 0, Qt::AlignHCenter);
-    layout->addWidget(lblTestCompleted);
+    layout->addWidget(startButton, 0, Qt::AlignHCenter);
+    layout->addWidget(outcome);
     layout->addStretch();
-    fraStartTest->hide();
-    return fraStartTest;
+    startPanel->hide();
+    return startPanel;
 }
 
 QFrame *MainScreenPanels::buildScorePanel()
 {
-    fraScore = named(new QFrame, "fraScore");
+    scorePanel = named(new QFrame, "fraScore");
     // 300 pixels at the usual 96 dots per inch, wider where the desktop's fonts
     // are set larger, so that captions and scores keep their room.
-    fraScore->setFixedWidth(300 * fraScore->logicalDpiX() / 96);
-    auto *layout = new QVBoxLayout(fraScore);
+    scorePanel->setFixedWidth(300 * scorePanel->logicalDpiX() / 96);
+    auto *layout = new QVBoxLayout(scorePanel);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(12);
     layout->addWidget(buildScoreTotals());
-    layout->addWidget(buildScoreTest());
+    layout->addWidget(buildTestScore());
     layout->addStretch();
-    return fraScore;
+    return scorePanel;
 }
 
 QFrame *MainScreenPanels::buildScoreTotals()
 {
-    fraScore_Totals = panel("fraScore_Totals");
-    lblStudent = namedLabel("lblStudent", 14, true);
-    lblSubject = namedLabel("lblSubject", 14, true);
-    lblLevel = namedLabel("lblLevel", 14, true);
-    lblDuration = namedLabel("lblDuration", 14, true);
-    lblHighScore = namedLabel("lblHighScore", 14, true);
-    lblLastScore = namedLabel("lblLastScore", 14, true);
+    totalsPanel = panel("fraScore_Totals");
+    studentValue = namedLabel("lblStudent", 14, true);
+    subjectValue = namedLabel("lblSubject", 14, true);
+    levelValue = namedLabel("lblLevel", 14, true);
+    secondsValue = namedLabel("lblDuration", 14, true);
+    highScoreValue = namedLabel("lblHighScore", 14, true);
+    lastScoreValue = namedLabel("lblLastScore", 14, true);
 
-    auto *layout = new QGridLayout(fraScore_Totals);
+    auto *layout = new QGridLayout(totalsPanel);
     layout->setContentsMargins(14, 12, 14, 12);
     layout->setVerticalSpacing(8);
     const std::array<std::pair<QString, QLabel *>, 6> rows = {{
-        {QStringLiteral("Student:"), lblStudent},
-        {QStringLiteral("Subject:"), lblSubject},
-        {QStringLiteral("Level:"), lblLevel},
-        {QStringLiteral("Seconds:"), lblDuration},
-        {QStringLiteral("High Score:"), lblHighScore},
-        {QStringLiteral("Last Score:"), lblLastScore},
+        {QStringLiteral("Student:"), studentValue},
+        {QStringLiteral("Subject:"), subjectValue},
+        {QStringLiteral("Level:"), levelValue},
+        {QStringLiteral("Seconds:"), secondsValue},
+        {QStringLiteral("High Score:"), highScoreValue},
+        {QStringLiteral("Last Score:"), lastScoreValue},
     }};
     int row = 0;
     for (const auto &[text, value] : rows) {
@@ -234,36 +235,36 @@ QFrame *MainScreenPanels::buildScoreTotals()
         ++row;
     }
     layout->setColumnStretch(1, 1);
-    return fraScore_Totals;
+    return totalsPanel;
 }
 
-QFrame *MainScreenPanels::buildScoreTest()
+QFrame *MainScreenPanels::buildTestScore()
 {
-    fraScore_Test = panel("fraScore_Test");
-    lblTimeLeft = namedLabel("lblTimeLeft", ScorePoints, true);
-    lblScoreRight = namedLabel("lblScoreRight", ScorePoints, true);
-    lblScoreWrong = namedLabel("lblScoreWrong", ScorePoints, true);
-    lblScoreTotal = namedLabel("lblScoreTotal", ScorePoints, true);
-    cmdStop = button("cmdStop", QStringLiteral("Stop Test"), 16);
+    testScorePanel = panel("fraScore_Test");
+    timeLeft = namedLabel("lblTimeLeft", ScorePoints, true);
+    rightCount = namedLabel("lblScoreRight", ScorePoints, true);
+    wrongCount = namedLabel("lblScoreWrong", ScorePoints, true);
+    score = namedLabel("lblScoreTotal", ScorePoints, true);
+    stopButton = button("cmdStop", QStringLiteral("Stop Test"), 16);
 
-    auto *layout = new QGridLayout(fraScore_Test);
+    auto *layout = new QGridLayout(testScorePanel);
     layout->setContentsMargins(14, 12, 14, 12);
     const std::array<std::pair<QString, QLabel *>, 4> columns = {{
-        {QStringLiteral("Time"), lblTimeLeft},
-        {QStringLiteral("Right"), lblScoreRight},
-        {QStringLiteral("Wrong"), lblScoreWrong},
-        {QStringLiteral("Score"), lblScoreTotal},
+        {QStringLiteral("Time"), timeLeft},
+        {QStringLiteral("Right"), rightCount},
+        {QStringLiteral("Wrong"), wrongCount},
+        {QStringLiteral("Score"), score},
     }};
     int column = 0;
     for (const auto &[text, value] : columns) {
         layout->addWidget(caption(text, 13), 0, column, Qt::AlignHCenter);
         value->setAlignment(Qt::AlignCenter);
         value->setMinimumWidth(56);
-        nameValueLabel(*value, value == lblTimeLeft ? QStringLiteral("Time left") : text);
+        nameValueLabel(*value, value == timeLeft ? QStringLiteral("Time left") : text);
         layout->addWidget(value, 1, column);
         ++column;
     }
-    layout->addWidget(cmdStop, 2, 0, 1, 4);
-    fraScore_Test->hide();
-    return fraScore_Test;
+    layout->addWidget(stopButton, 2, 0, 1, 4);
+    testScorePanel->hide();
+    return testScorePanel;
 }

@@ -1,5 +1,6 @@
-// The widgets of the main screen, one member per control and named as the
-// controls are, built in code with one helper per panel.
+// The widgets of the main screen, built in code with one helper per panel: one
+// member per control, named for its role. Each widget's objectName is its
+// control name (cmdStartTest, optLevel3), by which tests and inspectors find it.
 #pragma once
 
 #include "core/TestBank.h"
@@ -20,61 +21,64 @@ struct MainScreenPanels {
     // Builds every panel inside the form, which owns all the widgets.
     explicit MainScreenPanels(QWidget *form);
 
-    QFrame *fraSplash = nullptr;
-    QFrame *Frame1 = nullptr;
+    QFrame *splash = nullptr;
+    QFrame *mainPanel = nullptr;
 
-    QPushButton *cmdSelectStudent = nullptr;
-    QPushButton *cmdTest = nullptr;
-    QPushButton *cmdHelp = nullptr;
-    QPushButton *cmdExit = nullptr;
+    QPushButton *studentsButton = nullptr;
+    QPushButton *testsButton = nullptr;
+    QPushButton *helpButton = nullptr;
+    QPushButton *exitButton = nullptr;
 
-    QFrame *fraStartTest = nullptr;
-    QComboBox *cmbSubject = nullptr;
-    std::array<QRadioButton *, LevelCount> optLevel{};
-    QButtonGroup *levelButtons = nullptr;
-    QPushButton *cmdStartTest = nullptr;
-    QLabel *lblTestCompleted = nullptr;
+    QFrame *startPanel = nullptr;
+    QComboBox *subjectList = nullptr;
+    std::array<QRadioButton *, LevelCount> levelButtons{};
+    QButtonGroup *levelGroup = nullptr;
+    QPushButton *startButton = nullptr;
+    QLabel *outcome = nullptr;
 
-    QFrame *fraScore = nullptr;
-    QFrame *fraScore_Totals = nullptr;
-    QLabel *lblStudent = nullptr;
-    QLabel *lblSubject = nullptr;
-    QLabel *lblLevel = nullptr;
-    QLabel *lblDuration = nullptr;
-    QLabel *lblHighScore = nullptr;
-    QLabel *lblLastScore = nullptr;
-    QFrame *fraScore_Test = nullptr;
-    QLabel *lblTimeLeft = nullptr;
-    QLabel *lblScoreRight = nullptr;
-    QLabel *lblScoreWrong = nullptr;
-    QLabel *lblScoreTotal = nullptr;
-    QPushButton *cmdStop = nullptr;
+    QFrame *scorePanel = nullptr;
+    QFrame *totalsPanel = nullptr;
+    QLabel *studentValue = nullptr;
+    QLabel *subjectValue = nullptr;
+    QLabel *levelValue = nullptr;
+    QLabel *secondsValue = nullptr;
+    QLabel *highScoreValue = nullptr;
+    QLabel *lastScoreValue = nullptr;
+    QFrame *testScorePanel = nullptr;
+    QLabel *timeLeft = nullptr;
+    QLabel *rightCount = nullptr;
+    QLabel *wrongCount = nullptr;
+    QLabel *score = nullptr;
+    QPushButton *stopButton = nullptr;
 
-    QFrame *fraQuestion_Math = nullptr;
-    QLineEdit *txtNum1 = nullptr;
-    QLabel *lblOp = nullptr;
-    QLineEdit *txtNum2 = nullptr;
-    QLabel *lblEqual = nullptr;
-    QLineEdit *txtAnswer = nullptr;
-    QLabel *lblInstruction = nullptr;
+    QFrame *arithmeticPanel = nullptr;
+    QLineEdit *number1Box = nullptr;
+    QLabel *operationSign = nullptr;
+    QLineEdit *number2Box = nullptr;
+    QLabel *equalsSign = nullptr;
+    QLineEdit *answerBox = nullptr;
+    QLabel *arithmeticInstruction = nullptr;
 
-    QFrame *fraQuestion_Multi = nullptr;
-    QLabel *lblQuestion_Multi = nullptr;
-    QLabel *lblInstruction_Multi = nullptr;
-    std::array<QRadioButton *, 4> optAnswer{};
-    QButtonGroup *answerButtons = nullptr;
+    QFrame *multipleChoicePanel = nullptr;
+    QLabel *questionLabel = nullptr;
+    QLabel *multipleChoiceInstruction = nullptr;
+    std::array<QRadioButton *, 4> answerButtons{};
+    QButtonGroup *answerGroup = nullptr;
     // The dark strip that holds the answers; its width decides their size.
     QFrame *answerStrip = nullptr;
     // Sets the answers in the largest size at which they fit the strip.
     void fitAnswers();
 
-    QFrame *fraLastAnswer = nullptr;
-    QLabel *lblLastAnswer = nullptr;
-    QLabel *lblRightWrong = nullptr;
-    std::array<QLabel *, 5> lblLastQuestion_Math{};
-    std::array<QLabel *, 2> lblLastQuestion_Multi{};
+    QFrame *lastAnswerPanel = nullptr;
+    QLabel *lastAnswerCaption = nullptr;
+    QLabel *verdict = nullptr;
+    // The last problem: first number, sign, second number, "=", answer.
+    std::array<QLabel *, 5> lastProblem{};
+    // The caption of the right answer of the last question, and that answer.
+    std::array<QLabel *, 2> lastRightAnswer{};
 
-    QTimer *Timer1 = nullptr;
+    // Ticks once a second while a test runs.
+    QTimer *clock = nullptr;
 
 private:
     QFrame *buildSplash(QWidget *form);
@@ -82,15 +86,15 @@ private:
     QFrame *buildStartPanel();
     QFrame *buildScorePanel();
     QFrame *buildScoreTotals();
-    QFrame *buildScoreTest();
-    QFrame *buildMathPanel();
-    QFrame *buildMultiPanel();
+    QFrame *buildTestScore();
+    QFrame *buildArithmeticPanel();
+    QFrame *buildMultipleChoicePanel();
     QFrame *buildLastAnswerPanel();
 };
 
 // A number shown to the child: white on black, no border, centred.
-void SetDisplayStyle(QLineEdit &box);
+void setDisplayStyle(QLineEdit &box);
 // The box the child types into: black on white, no border, left-aligned.
-void SetEntryStyle(QLineEdit &box);
+void setEntryStyle(QLineEdit &box);
 // A label or button caption in one of the screen's colours (blue-green-red numbers).
-void SetTextColour(QWidget &widget, int bgr);
+void setTextColour(QWidget &widget, int bgr);

@@ -77,7 +77,7 @@ QLineEdit *problemBox(const char *name)
     box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("00000")) +
                        box->fontMetrics().height() / 2);
     box->setMinimumHeight(64);
-    SetDisplayStyle(*box);
+    setDisplayStyle(*box);
     return box;
 }
 

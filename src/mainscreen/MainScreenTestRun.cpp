@@ -18,7 +18,6 @@
 
 namespace {
 
-constexpr int Enter = 13;
 constexpr int TickMilliseconds = 1000;
 constexpr int StartPauseMilliseconds = 2000;
 
@@ -28,7 +27,7 @@ void addOne(QLabel &counter)
 }
 
 // An operation sign as a screen reader should say it.
-QString SpokenOperation(char symbol)
+QString spokenOperation(char symbol)
 {
     switch (symbol) {
     case '-':
@@ -42,66 +41,71 @@ QString SpokenOperation(char symbol)
     }
 }
 
-QString SpokenNumber(const QLineEdit &box)
+QString spokenNumber(const QLineEdit &box)
 {
     return box.text().isEmpty() ? QStringLiteral("blank") : box.text();
 }
 
+bool isEnter(Qt::Key key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 } // namespace
 
-void MainScreen::cmdStartTest_Click()
+void MainScreen::startTest()
 {
     const StudentRecords &records = m_session.records;
     const TestBank &bank = m_session.bank;
-    ButtonsInvisible();
-    m_ui->fraStartTest->hide();
-    m_ui->fraLastAnswer->hide();
+    hideCommandButtons();
+    m_ui->startPanel->hide();
+    m_ui->lastAnswerPanel->hide();
 
     if (records.currentSubject != ArithmeticSubject) {
-        m_ui->lblInstruction_Multi->setText(
+        m_ui->multipleChoiceInstruction->setText(
             records.currentSubject == SpellingSubject
                 ? QStringLiteral("Select the correct spelling, and press [Enter]:")
                 : QStringLiteral("Select the correct answer, and press [Enter]:"));
-        m_ui->fraQuestion_Multi->show();
+        m_ui->multipleChoicePanel->show();
         m_sequence.startMultipleChoice(bank);
-        m_ui->optAnswer[0]->setFocus();
+        m_ui->answerButtons[0]->setFocus();
     } else {
-        m_ui->fraQuestion_Math->show();
+        m_ui->arithmeticPanel->show();
         m_sequence.startArithmetic(bank, records.currentLevel);
         if (!bank.arithSwitch[records.currentLevel][SwitchBlanks]) {
-            SetDisplayStyle(*m_ui->txtNum1);
-            SetDisplayStyle(*m_ui->txtNum2);
-            SetEntryStyle(*m_ui->txtAnswer);
+            setDisplayStyle(*m_ui->number1Box);
+            setDisplayStyle(*m_ui->number2Box);
+            setEntryStyle(*m_ui->answerBox);
         }
     }
 
-    for (QLabel *counter : {m_ui->lblScoreRight, m_ui->lblScoreWrong, m_ui->lblScoreTotal})
+    for (QLabel *counter : {m_ui->rightCount, m_ui->wrongCount, m_ui->score})
         counter->setNum(0);
-    m_ui->lblTimeLeft->setNum(m_testSeconds);
-    m_ui->fraScore_Test->show();
+    m_ui->timeLeft->setNum(m_testSeconds);
+    m_ui->testScorePanel->show();
 
     m_timeLeft = m_testSeconds;
-    m_ui->Timer1->setInterval(TickMilliseconds);
-    m_ui->Timer1->start();
+    m_ui->clock->setInterval(TickMilliseconds);
+    m_ui->clock->start();
     m_stopRequested = false;
-    m_ui->cmdStop->show();
+    m_ui->stopButton->show();
 
-    ChangeQuestion();
+    showNextQuestion();
 }
 
-void MainScreen::Timer1_Timer()
+void MainScreen::onClockTick()
 {
     if (m_startPause) {
-        m_ui->Timer1->stop();
+        m_ui->clock->stop();
         m_startPause = false;
-        m_ui->Timer1->setInterval(TickMilliseconds);
-        m_ui->cmdStartTest->show();
+        m_ui->clock->setInterval(TickMilliseconds);
+        m_ui->startButton->show();
         return;
     }
     // The tick returns to the event loop at once, so key presses are handled
     // between ticks without processing events here.
     --m_timeLeft;
-    m_ui->lblTimeLeft->setNum(m_timeLeft);
+    m_ui->timeLeft->setNum(m_timeLeft);
     if (m_timeLeft > 0 && !m_stopRequested)
         return;
     endTest();
@@ -111,64 +115,64 @@ void MainScreen::endTest()
 {
     const WaitCursor wait;
     StudentRecords &records = m_session.records;
-    m_ui->Timer1->stop();
-    m_ui->cmdStop->hide();
-    m_ui->fraQuestion_Math->hide();
-    m_ui->fraQuestion_Multi->hide();
-    m_ui->fraStartTest->show();
-    m_ui->fraScore->show();
+    m_ui->clock->stop();
+    m_ui->stopButton->hide();
+    m_ui->arithmeticPanel->hide();
+    m_ui->multipleChoicePanel->hide();
+    m_ui->startPanel->show();
+    m_ui->scorePanel->show();
     if (records.currentLevel >= 0 && records.currentLevel < LevelCount)
-        m_ui->optLevel[records.currentLevel]->setFocus();
+        m_ui->levelButtons[records.currentLevel]->setFocus();
 
     if (records.currentStudent >= 0 && records.currentStudent <= records.studentMax())
         records.students[records.currentStudent].level = static_cast<int16_t>(records.currentLevel);
     const bool timeRanOut = m_timeLeft <= 0;
-    if (recordScore(records, m_ui->lblScoreTotal->text().toInt())) {
-        SetTextColour(*m_ui->lblTestCompleted, Bgr::Green);
-        m_ui->lblTestCompleted->setText(QStringLiteral("***** HIGH SCORE ***** Congratulations!"));
+    if (recordScore(records, m_ui->score->text().toInt())) {
+        setTextColour(*m_ui->outcome, Bgr::Green);
+        m_ui->outcome->setText(QStringLiteral("***** HIGH SCORE ***** Congratulations!"));
     } else {
-        SetTextColour(*m_ui->lblTestCompleted, Bgr::Blue);
-        m_ui->lblTestCompleted->setText(timeRanOut ? QStringLiteral("Test Completed")
-                                                   : QStringLiteral("Test was Stopped"));
+        setTextColour(*m_ui->outcome, Bgr::Blue);
+        m_ui->outcome->setText(timeRanOut ? QStringLiteral("Test Completed")
+                                          : QStringLiteral("Test was Stopped"));
     }
 
     if (timeRanOut) {
         // A key still held from the last answer must not start the next test.
-        m_ui->cmdStartTest->hide();
+        m_ui->startButton->hide();
         m_startPause = true;
-        m_ui->Timer1->setInterval(StartPauseMilliseconds);
-        m_ui->Timer1->start();
+        m_ui->clock->setInterval(StartPauseMilliseconds);
+        m_ui->clock->start();
     }
 
     m_session.saveStudents(this);
-    DisplayTotals();
-    m_ui->lblTestCompleted->show();
-    ButtonsVisible();
+    showTotals();
+    m_ui->outcome->show();
+    showCommandButtons();
 }
 
-void MainScreen::cmdStop_Click()
+void MainScreen::stopTest()
 {
     m_stopRequested = true;
-    Timer1_Timer();
+    onClockTick();
 }
 
-void MainScreen::ChangeQuestion()
+void MainScreen::showNextQuestion()
 {
     const StudentRecords &records = m_session.records;
     const TestBank &bank = m_session.bank;
     if (records.currentSubject != ArithmeticSubject) {
         m_multipleChoice = m_sequence.nextMultipleChoice(
             bank, records.currentSubject, records.currentLevel, m_random, m_answerPositions);
-        m_ui->lblQuestion_Multi->setText(QString::fromStdString(m_multipleChoice.label));
+        m_ui->questionLabel->setText(QString::fromStdString(m_multipleChoice.label));
         // Spelling questions above the first levels have no clue to show.
-        m_ui->lblQuestion_Multi->setVisible(!m_ui->lblQuestion_Multi->text().isEmpty());
+        m_ui->questionLabel->setVisible(!m_ui->questionLabel->text().isEmpty());
         // Only the answers take the focus, so each carries the question for a
         // screen reader.
-        const QString question = m_ui->lblQuestion_Multi->text().isEmpty()
-                                     ? m_ui->lblInstruction_Multi->text()
-                                     : m_ui->lblQuestion_Multi->text();
+        const QString question = m_ui->questionLabel->text().isEmpty()
+                                     ? m_ui->multipleChoiceInstruction->text()
+                                     : m_ui->questionLabel->text();
         for (int index = 0; index < 4; ++index) {
-            QRadioButton &option = *m_ui->optAnswer[index];
+            QRadioButton &option = *m_ui->answerButtons[index];
             // An ampersand in an answer is shown, not taken for a shortcut key.
             option.setText(QString::fromStdString(m_multipleChoice.choices[index])
                                .replace(QLatin1Char('&'), QStringLiteral("&&")));
@@ -179,25 +183,26 @@ void MainScreen::ChangeQuestion()
     }
 
     m_arithmetic = m_sequence.nextArithmetic(bank, records.currentLevel, m_random);
-    m_ui->lblOp->setText(QString(QLatin1Char(m_arithmetic.symbol)));
-    m_ui->txtNum1->setText(QString::number(m_arithmetic.number1));
-    m_ui->txtNum2->setText(QString::number(m_arithmetic.number2));
-    m_ui->txtAnswer->setText(QString::number(m_arithmetic.answer));
+    m_ui->operationSign->setText(QString(QLatin1Char(m_arithmetic.symbol)));
+    m_ui->number1Box->setText(QString::number(m_arithmetic.number1));
+    m_ui->number2Box->setText(QString::number(m_arithmetic.number2));
+    m_ui->answerBox->setText(QString::number(m_arithmetic.answer));
     if (m_arithmetic.switchBlanks) {
-        for (QLineEdit *box : {m_ui->txtNum1, m_ui->txtNum2, m_ui->txtAnswer})
-            SetDisplayStyle(*box);
-        SetEntryStyle(*blankBox());
+        for (QLineEdit *box : {m_ui->number1Box, m_ui->number2Box, m_ui->answerBox})
+            setDisplayStyle(*box);
+        setEntryStyle(*blankBox());
     }
     blankBox()->clear();
     // Whichever box has the focus, a screen reader can read the whole problem.
-    m_ui->lblOp->setAccessibleName(SpokenOperation(m_arithmetic.symbol));
-    const QString problem = QStringLiteral("%1 %2 %3 equals %4")
-                                .arg(SpokenNumber(*m_ui->txtNum1), m_ui->lblOp->accessibleName(),
-                                     SpokenNumber(*m_ui->txtNum2), SpokenNumber(*m_ui->txtAnswer));
+    m_ui->operationSign->setAccessibleName(spokenOperation(m_arithmetic.symbol));
+    const QString problem =
+        QStringLiteral("%1 %2 %3 equals %4")
+            .arg(spokenNumber(*m_ui->number1Box), m_ui->operationSign->accessibleName(),
+                 spokenNumber(*m_ui->number2Box), spokenNumber(*m_ui->answerBox));
     // Tab stops only at the box to type into. A number on show is not for
     // typing, and with a moving blank it would hand the focus straight back,
     // so that Tab could never reach Stop Test.
-    for (QLineEdit *box : {m_ui->txtNum1, m_ui->txtNum2, m_ui->txtAnswer}) {
+    for (QLineEdit *box : {m_ui->number1Box, m_ui->number2Box, m_ui->answerBox}) {
         box->setAccessibleDescription(problem);
         box->setFocusPolicy(box == blankBox() ? Qt::StrongFocus : Qt::ClickFocus);
     }
@@ -208,49 +213,19 @@ QLineEdit *MainScreen::blankBox() const
 {
     switch (m_arithmetic.blank) {
     case MathBox::Number1:
-        return m_ui->txtNum1;
+        return m_ui->number1Box;
     case MathBox::Number2:
-        return m_ui->txtNum2;
+        return m_ui->number2Box;
     case MathBox::Answer:
         break;
     }
-    return m_ui->txtAnswer;
+    return m_ui->answerBox;
 }
 
-void MainScreen::txtNum1_KeyPress(int keyAscii)
+void MainScreen::onAnswerBoxKey(const QLineEdit &box, Qt::Key key)
 {
-    boxKeyPress(*m_ui->txtNum1, keyAscii);
-}
-
-void MainScreen::txtNum2_KeyPress(int keyAscii)
-{
-    boxKeyPress(*m_ui->txtNum2, keyAscii);
-}
-
-void MainScreen::txtAnswer_KeyPress(int keyAscii)
-{
-    boxKeyPress(*m_ui->txtAnswer, keyAscii);
-}
-
-void MainScreen::boxKeyPress(const QLineEdit &box, int keyAscii)
-{
-    if (keyAscii == Enter && !box.text().isEmpty())
-        CheckAnswer();
-}
-
-void MainScreen::txtNum1_GotFocus()
-{
-    passFocusToBlank(*m_ui->txtNum1);
-}
-
-void MainScreen::txtNum2_GotFocus()
-{
-    passFocusToBlank(*m_ui->txtNum2);
-}
-
-void MainScreen::txtAnswer_GotFocus()
-{
-    passFocusToBlank(*m_ui->txtAnswer);
+    if (isEnter(key) && !box.text().isEmpty())
+        checkArithmeticAnswer();
 }
 
 // With the blank moving from box to box, only the blank box may be typed into.
@@ -263,28 +238,27 @@ void MainScreen::passFocusToBlank(const QLineEdit &box)
 
 void MainScreen::showLastAnswer(bool arithmetic)
 {
-    for (QLabel *part : m_ui->lblLastQuestion_Math)
+    for (QLabel *part : m_ui->lastProblem)
         part->setVisible(arithmetic);
-    for (QLabel *part : m_ui->lblLastQuestion_Multi)
+    for (QLabel *part : m_ui->lastRightAnswer)
         part->setVisible(!arithmetic);
-    m_ui->fraLastAnswer->show();
+    m_ui->lastAnswerPanel->show();
 }
 
 void MainScreen::countAnswer(bool right, const QString &rightText, const QString &wrongText)
 {
-    SetTextColour(*m_ui->lblRightWrong, right ? Bgr::Blue : Bgr::Red);
-    m_ui->lblRightWrong->setText(right ? rightText : wrongText);
-    addOne(right ? *m_ui->lblScoreRight : *m_ui->lblScoreWrong);
-    m_ui->lblScoreTotal->setNum(m_ui->lblScoreRight->text().toInt() -
-                                m_ui->lblScoreWrong->text().toInt());
+    setTextColour(*m_ui->verdict, right ? Bgr::Blue : Bgr::Red);
+    m_ui->verdict->setText(right ? rightText : wrongText);
+    addOne(right ? *m_ui->rightCount : *m_ui->wrongCount);
+    m_ui->score->setNum(m_ui->rightCount->text().toInt() - m_ui->wrongCount->text().toInt());
 }
 
-void MainScreen::CheckAnswer()
+void MainScreen::checkArithmeticAnswer()
 {
     showLastAnswer(true);
-    const std::array<QLabel *, 5> &parts = m_ui->lblLastQuestion_Math;
+    const std::array<QLabel *, 5> &parts = m_ui->lastProblem;
     parts[0]->setNum(m_arithmetic.number1);
-    parts[1]->setText(m_ui->lblOp->text());
+    parts[1]->setText(m_ui->operationSign->text());
     parts[2]->setNum(m_arithmetic.number2);
     parts[4]->setNum(m_arithmetic.answer);
     if (m_arithmetic.switchBlanks) {
@@ -294,38 +268,38 @@ void MainScreen::CheckAnswer()
             colours.setColor(QPalette::WindowText, buttonText);
             number->setPalette(colours);
         }
-        SetTextColour(*parts[2 * static_cast<int>(m_arithmetic.blank)], Bgr::Blue);
+        setTextColour(*parts[2 * static_cast<int>(m_arithmetic.blank)], Bgr::Blue);
     }
 
-    const std::string op = m_ui->lblOp->text().toStdString();
+    const std::string op = m_ui->operationSign->text().toStdString();
     const bool right = isRightArithmetic(
-        m_ui->txtNum1->text().toStdString(), op.empty() ? '+' : op.front(),
-        m_ui->txtNum2->text().toStdString(), m_ui->txtAnswer->text().toStdString());
+        m_ui->number1Box->text().toStdString(), op.empty() ? '+' : op.front(),
+        m_ui->number2Box->text().toStdString(), m_ui->answerBox->text().toStdString());
     countAnswer(right, QStringLiteral("Right:"), QStringLiteral("Wrong:"));
-    ChangeQuestion();
+    showNextQuestion();
 }
 
-void MainScreen::optAnswer_Click(int index)
+void MainScreen::chooseAnswer(int index)
 {
-    for (QRadioButton *option : m_ui->optAnswer)
-        SetTextColour(*option, Bgr::White);
-    SetTextColour(*m_ui->optAnswer[index], Bgr::BrightGreen);
+    for (QRadioButton *option : m_ui->answerButtons)
+        setTextColour(*option, Bgr::White);
+    setTextColour(*m_ui->answerButtons[index], Bgr::BrightGreen);
 }
 
-void MainScreen::optAnswer_KeyPress(int, int keyAscii)
+void MainScreen::onAnswerKey(Qt::Key key)
 {
-    if (keyAscii != Enter)
+    if (!isEnter(key))
         return;
     showLastAnswer(false);
-    m_ui->lblLastQuestion_Multi[0]->setText(m_session.records.currentSubject == SpellingSubject
-                                                ? QStringLiteral("The correct spelling is:")
-                                                : QStringLiteral("The correct answer is:"));
-    m_ui->lblLastQuestion_Multi[1]->setText(QString::fromStdString(m_multipleChoice.rightAnswer));
+    m_ui->lastRightAnswer[0]->setText(m_session.records.currentSubject == SpellingSubject
+                                          ? QStringLiteral("The correct spelling is:")
+                                          : QStringLiteral("The correct answer is:"));
+    m_ui->lastRightAnswer[1]->setText(QString::fromStdString(m_multipleChoice.rightAnswer));
     int chosen = 0;
     for (int index = 0; index < 4; ++index)
-        if (m_ui->optAnswer[index]->isChecked())
+        if (m_ui->answerButtons[index]->isChecked())
             chosen = index;
     countAnswer(chosen == m_multipleChoice.answerPosition, QStringLiteral("Right."),
                 QStringLiteral("Wrong."));
-    ChangeQuestion();
+    showNextQuestion();
 }

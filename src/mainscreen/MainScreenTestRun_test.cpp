@@ -24,7 +24,7 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
     };
     // The Students screen closes on a student at level 3.
     session.records.students[0].level = 3;
-    screen->cmdSelectStudent_Click();
+    screen->openStudentsScreen();
     button("cmdSelectStudent")->setFocus();
     EXPECT_EQ(tabStops(*screen), Names({"cmdSelectStudent", "cmdTest", "cmdHelp", "cmdExit",
                                         "cmbSubject", "optLevel3", "cmdStartTest"}))
@@ -99,7 +99,7 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
     EXPECT_EQ(textColour(label("lblTestCompleted")), bgrColor(Bgr::Blue));
     EXPECT_EQ(scoresOnDisk(ArithmeticSubject, 0), "2|2");
     tick(1);
-    screen->cmdStartTest_Click();
+    screen->startTest();
     for (int i = 0; i < 3; ++i)
         typeAnswer(true);
     QTest::keyClick(button("cmdStop"), Qt::Key_Return);
@@ -115,7 +115,7 @@ TEST_F(MainScreenTest, WithSwitchingBlanksOnlyTheBlankBoxTakesTheAnswerAndTheFoc
     startUp();
     chooseLevel(5); // all four operations, switching numbers and blanks, no zero
     ASSERT_TRUE(session.bank.arithSwitch[5][SwitchBlanks]);
-    screen->cmdStartTest_Click();
+    screen->startTest();
 
     std::set<QLineEdit *> blanks;
     for (int question = 0; question < 6; ++question) {
@@ -158,7 +158,7 @@ TEST_F(MainScreenTest, LongAnswersAreSetSmallerAndNeverWidenTheWindow)
     const int windowWidth = screen->width();
     // Runs a test and gives the point sizes of the four answers.
     const auto answerSizes = [&] {
-        screen->cmdStartTest_Click();
+        screen->startTest();
         QCoreApplication::processEvents();
         EXPECT_TRUE(shown("fraQuestion_Multi"));
         std::set<int> sizes;

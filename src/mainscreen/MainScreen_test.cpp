@@ -33,8 +33,8 @@ TEST_F(MainScreenTest, FirstRunMakesTheDataDirectoryAndOpensTheStudentsScreenFir
     EXPECT_EQ(studentsScreenShown, 0) << "nothing that needs a dialog before the screen is up";
 
     screen->show();
-    screen->Form_Activate();
-    screen->Form_Activate(); // only the first activation starts up
+    screen->firstActivation();
+    screen->firstActivation(); // only the first activation starts up
     EXPECT_EQ(studentsScreenShown, 1);
     EXPECT_EQ(subjectsListedWhenStudentsOpened, 6) << "the default tests are loaded first";
     EXPECT_EQ(fileText(session.paths.blankPagePath), "<HTML></HTML>\n");
@@ -78,7 +78,7 @@ TEST_F(MainScreenTest, ADataDirectoryOrStudentsFileThatCannotBeUsedEndsTheProgra
     createScreen();
     screen->setOtherScreens({[this] { return ++studentsScreenShown, false; }, [] {}, [] {}});
     screen->show();
-    screen->Form_Activate();
+    screen->firstActivation();
     EXPECT_EQ(studentsScreenShown, 1);
     EXPECT_TRUE(screen->isEnding());
     EXPECT_FALSE(screen->isVisible());

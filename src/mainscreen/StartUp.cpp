@@ -43,7 +43,7 @@ std::optional<std::string> probeWritable(const fs::path &dataDir)
 
 } // namespace
 
-std::optional<std::string> MakeDataDirectory(const fs::path &dataDir)
+std::optional<std::string> makeDataDirectory(const fs::path &dataDir)
 {
     std::error_code ec;
     if (fs::is_directory(dataDir, ec))
@@ -57,7 +57,7 @@ std::optional<std::string> MakeDataDirectory(const fs::path &dataDir)
     return std::nullopt;
 }
 
-std::optional<std::string> PrepareDataDirectory(const DataPaths &paths)
+std::optional<std::string> prepareDataDirectory(const DataPaths &paths)
 {
     std::error_code ec;
     if (!fs::exists(paths.blankPagePath, ec)) {
@@ -74,7 +74,7 @@ std::optional<std::string> PrepareDataDirectory(const DataPaths &paths)
     return std::nullopt;
 }
 
-fs::path FreeDamagedCopyPath(const fs::path &dataDir)
+fs::path freeDamagedCopyPath(const fs::path &dataDir)
 {
     std::error_code ec;
     fs::path candidate = dataDir / "Tavrino_Tests.damaged.dat";
@@ -83,7 +83,7 @@ fs::path FreeDamagedCopyPath(const fs::path &dataDir)
     return candidate;
 }
 
-std::optional<std::string> LoadTestBank(TestBank &bank, const DataPaths &paths)
+std::optional<std::string> loadTestBank(TestBank &bank, const DataPaths &paths)
 {
     const LoadResult result = loadTests(bank, paths.testsPath);
     if (result.ok())
@@ -93,7 +93,7 @@ std::optional<std::string> LoadTestBank(TestBank &bank, const DataPaths &paths)
     std::string message = result.error
                               ? result.error->message()
                               : "The file " + quoted(paths.testsPath) + " could not be read.";
-    const fs::path copy = FreeDamagedCopyPath(paths.dataDir);
+    const fs::path copy = freeDamagedCopyPath(paths.dataDir);
     std::error_code ec;
     fs::rename(paths.testsPath, copy, ec);
     if (ec)

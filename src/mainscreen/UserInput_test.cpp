@@ -20,7 +20,7 @@ TEST_F(MainScreenTest, AnswerBoxesTakeAnyTextAndAreJudgedByTheEquationOnTheScree
         bank.arithSwitch[0] = {false, false};
     });
     startUp();
-    screen->cmdStartTest_Click();
+    screen->startTest();
     // Any numbers that make the equation true are right, whatever was asked.
     const struct {
         char op;
@@ -47,7 +47,7 @@ TEST_F(MainScreenTest, AnswerBoxesTakeAnyTextAndAreJudgedByTheEquationOnTheScree
         EXPECT_TRUE(box("txtAnswer")->text().isEmpty()) << "the next question is up";
     }
     EXPECT_TRUE(shown("fraQuestion_Math"));
-    screen->cmdStop_Click();
+    screen->stopTest();
     EXPECT_EQ(text("lblScoreTotal"), "2") << "five right, three wrong";
     EXPECT_EQ(scoresOnDisk(ArithmeticSubject, 0), "2|2");
     EXPECT_TRUE(prompt.shown().empty());
@@ -67,7 +67,7 @@ TEST_F(MainScreenTest, AMultipleChoiceTestTakesArrowKeysShowsTextsAsTypedAndCanB
     startUp();
     session.records.students[0].name = studentName;
     session.records.students[0].results[SpellingSubject].high[3] = 5;
-    screen->cmdSelectStudent_Click();
+    screen->openStudentsScreen();
     combo("cmbSubject")->setCurrentIndex(SpellingSubject);
     chooseLevel(3);
     EXPECT_EQ(shownText(*label("lblStudent")).toStdString(), studentName);

@@ -17,7 +17,7 @@ LevelButtons::LevelButtons(QWidget *parent) : QWidget(parent), m_group(new QButt
         option->setAccessibleName(QStringLiteral("Level ") + option->text());
         m_group->addButton(option, level);
         layout->addWidget(option);
-        m_optLevel[level] = option;
+        m_buttons[level] = option;
     }
     layout->addStretch(1);
     tabToCheckedButton(m_group->buttons());
@@ -27,21 +27,21 @@ LevelButtons::LevelButtons(QWidget *parent) : QWidget(parent), m_group(new QButt
 void LevelButtons::select(int level)
 {
     if (level >= 0 && level < LevelCount)
-        m_optLevel[level]->setChecked(true);
+        m_buttons[level]->setChecked(true);
 }
 
 void LevelButtons::enableFor(const TestBank &bank, int subject)
 {
     for (int level = 0; level < LevelCount; ++level)
-        m_optLevel[level]->setEnabled(levelHasQuestions(bank, subject, level));
+        m_buttons[level]->setEnabled(levelHasQuestions(bank, subject, level));
     updateTabStop(m_group->buttons());
 
     const int checked = m_group->checkedId();
-    if (checked < 0 || m_optLevel[checked]->isEnabled())
+    if (checked < 0 || m_buttons[checked]->isEnabled())
         return;
     for (int level = LevelCount - 1; level >= 0; --level) {
-        if (m_optLevel[level]->isEnabled()) {
-            m_optLevel[level]->setChecked(true);
+        if (m_buttons[level]->isEnabled()) {
+            m_buttons[level]->setChecked(true);
             return;
         }
     }

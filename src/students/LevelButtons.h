@@ -26,6 +26,6 @@ signals:
     void levelClicked(int level);
 
 private:
-    std::array<QRadioButton *, LevelCount> m_optLevel{};
+    std::array<QRadioButton *, LevelCount> m_buttons{};
     QButtonGroup *m_group = nullptr;
 };

@@ -23,7 +23,7 @@ namespace {
 
 // Screen sizes are kept in twips, 1440 to an inch: fifteen to a pixel at the
 // usual 96 dots per inch, more where the desktop's fonts are set larger.
-constexpr int Pixels(int twips, int dotsPerInch)
+constexpr int pixels(int twips, int dotsPerInch)
 {
     return (twips * dotsPerInch + 720) / 1440;
 }
@@ -84,32 +84,32 @@ QWidget *ResultsPanel::buildHeading()
 
     auto *scoresFor = new QLabel(QStringLiteral("SCORES FOR:"), heading);
     scoresFor->setFont(captionFont(11, true));
-    m_lblStudentOrSubject = new QLabel(heading);
-    m_lblStudentOrSubject->setObjectName(QStringLiteral("lblStudentOrSubject"));
-    m_lblStudentOrSubject->setFont(captionFont(14, true));
+    m_heading = new QLabel(heading);
+    m_heading->setObjectName(QStringLiteral("lblStudentOrSubject"));
+    m_heading->setFont(captionFont(14, true));
     // The heading takes the room beside it and no more: a long name is cut off
     // at the right rather than widening the screen past the display.
-    m_lblStudentOrSubject->setMinimumWidth(180);
-    m_lblStudentOrSubject->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_heading->setMinimumWidth(180);
+    m_heading->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     // A name is shown as typed, never read as markup.
-    m_lblStudentOrSubject->setTextFormat(Qt::PlainText);
-    nameValueLabel(*m_lblStudentOrSubject, QStringLiteral("Scores for"));
+    m_heading->setTextFormat(Qt::PlainText);
+    nameValueLabel(*m_heading, QStringLiteral("Scores for"));
 
     auto *frame = new QGroupBox(QStringLiteral("Show Scores for one"), heading);
     frame->setObjectName(QStringLiteral("fraShowScoresFor"));
     auto *frameLayout = new QHBoxLayout(frame);
-    m_optByStudent = new QRadioButton(QStringLiteral("Student"), frame);
-    m_optByStudent->setObjectName(QStringLiteral("optByStudent"));
-    m_optBySubject = new QRadioButton(QStringLiteral("Subject"), frame);
-    m_optBySubject->setObjectName(QStringLiteral("optBySubject"));
-    frameLayout->addWidget(m_optByStudent);
-    frameLayout->addWidget(m_optBySubject);
-    connect(m_optByStudent, &QRadioButton::clicked, this, &ResultsPanel::optByStudent_Click);
-    connect(m_optBySubject, &QRadioButton::clicked, this, &ResultsPanel::optBySubject_Click);
-    tabToCheckedButton({m_optByStudent, m_optBySubject});
+    m_byStudentButton = new QRadioButton(QStringLiteral("Student"), frame);
+    m_byStudentButton->setObjectName(QStringLiteral("optByStudent"));
+    m_bySubjectButton = new QRadioButton(QStringLiteral("Subject"), frame);
+    m_bySubjectButton->setObjectName(QStringLiteral("optBySubject"));
+    frameLayout->addWidget(m_byStudentButton);
+    frameLayout->addWidget(m_bySubjectButton);
+    connect(m_byStudentButton, &QRadioButton::clicked, this, &ResultsPanel::showByStudent);
+    connect(m_bySubjectButton, &QRadioButton::clicked, this, &ResultsPanel::showBySubject);
+    tabToCheckedButton({m_byStudentButton, m_bySubjectButton});
 
     layout->addWidget(scoresFor, 0, Qt::AlignVCenter);
-    layout->addWidget(m_lblStudentOrSubject, 1, Qt::AlignVCenter);
+    layout->addWidget(m_heading, 1, Qt::AlignVCenter);
     layout->addWidget(frame);
     return heading;
 }
@@ -132,7 +132,7 @@ void ResultsPanel::buildGrid()
     m_grid->setWordWrap(false);
     m_grid->setCornerButtonEnabled(false);
     m_grid->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
-    // Only SetTopRow decides where the grid scrolls, not a change of the current row.
+    // Only keepCurrentRowInView decides where the grid scrolls, not a change of the current row.
     m_grid->setAutoScroll(false);
     m_grid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_grid->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -143,13 +143,13 @@ void ResultsPanel::buildGrid()
     m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_grid->horizontalHeader()->setHighlightSections(false);
     m_grid->horizontalHeader()->setSectionsClickable(false);
-    InitGrid();
+    shapeGrid();
 
     // Wide enough for every column and tall enough for the current row and the
     // rows that may follow it before the grid scrolls.
     int width = 2 * m_grid->frameWidth() + m_grid->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     for (const int twips : ColumnTwips)
-        width += Pixels(twips, m_grid->logicalDpiX());
+        width += pixels(twips, m_grid->logicalDpiX());
     const int height = 2 * m_grid->frameWidth() + m_grid->horizontalHeader()->sizeHint().height() +
                        (RowsBelowTop + 1) * m_grid->verticalHeader()->defaultSectionSize();
     m_grid->setFixedSize(width, height);
@@ -163,35 +163,32 @@ QWidget *ResultsPanel::buildResetButtons()
 
     auto *note =
         new QLabel(QStringLiteral("'Last' = Most Recent Score; 'High' = Highest Score"), buttons);
-    m_cmdResetTotals_Student =
-        new QPushButton(QStringLiteral("Reset This Student's Totals"), buttons);
-    m_cmdResetTotals_Student->setObjectName(QStringLiteral("cmdResetTotals_Student"));
-    m_cmdResetTotals_All = new QPushButton(QStringLiteral("Reset ALL Student Totals"), buttons);
-    m_cmdResetTotals_All->setObjectName(QStringLiteral("cmdResetTotals_All"));
-    for (QPushButton *button : {m_cmdResetTotals_Student, m_cmdResetTotals_All})
+    m_resetStudentButton = new QPushButton(QStringLiteral("Reset This Student's Totals"), buttons);
+    m_resetStudentButton->setObjectName(QStringLiteral("cmdResetTotals_Student"));
+    m_resetAllButton = new QPushButton(QStringLiteral("Reset ALL Student Totals"), buttons);
+    m_resetAllButton->setObjectName(QStringLiteral("cmdResetTotals_All"));
+    for (QPushButton *button : {m_resetStudentButton, m_resetAllButton})
         button->setAutoDefault(false);
-    connect(m_cmdResetTotals_Student, &QPushButton::clicked, this,
-            &ResultsPanel::cmdResetTotals_Student_Click);
-    connect(m_cmdResetTotals_All, &QPushButton::clicked, this,
-            &ResultsPanel::cmdResetTotals_All_Click);
+    connect(m_resetStudentButton, &QPushButton::clicked, this, &ResultsPanel::resetStudentTotals);
+    connect(m_resetAllButton, &QPushButton::clicked, this, &ResultsPanel::resetAllTotals);
 
     layout->addWidget(note);
     layout->addStretch(1);
-    layout->addWidget(m_cmdResetTotals_Student);
-    layout->addWidget(m_cmdResetTotals_All);
+    layout->addWidget(m_resetStudentButton);
+    layout->addWidget(m_resetAllButton);
     return buttons;
 }
 
 void ResultsPanel::selectMode(bool byStudent)
 {
-    (byStudent ? m_optByStudent : m_optBySubject)->setChecked(true);
+    (byStudent ? m_byStudentButton : m_bySubjectButton)->setChecked(true);
 }
 
-void ResultsPanel::InitGrid()
+void ResultsPanel::shapeGrid()
 {
     QHeaderView *columns = m_grid->horizontalHeader();
     for (int column = 0; column < ResultsModel::ColumnCount; ++column)
-        columns->resizeSection(column, Pixels(ColumnTwips[column], m_grid->logicalDpiX()));
+        columns->resizeSection(column, pixels(ColumnTwips[column], m_grid->logicalDpiX()));
     // Row 0 is the header row; the view shows it as its fixed column header.
     m_grid->setRowHidden(0, true);
 }
@@ -206,16 +203,16 @@ void ResultsPanel::fill(int student)
     selection.student = student;
     selection.subject = m_session.records.currentSubject;
     m_model->show(selection);
-    InitGrid();
+    shapeGrid();
     // Lay the rows out now, not later, so that scrolling sees the new row count;
-    // the rows in view stay where they were unless SetTopRow moves them.
+    // the rows in view stay where they were unless keepCurrentRowInView moves them.
     m_grid->doItemsLayout();
     showHeading();
 
     const int current = ResultsModel::lastRowOf(m_model->highlightedItem());
     if (current > 0 && current < m_model->rowCount())
         m_grid->setCurrentIndex(m_model->index(current, 0));
-    SetTopRow();
+    keepCurrentRowInView();
 
     m_grid->setUpdatesEnabled(true);
 }
@@ -233,7 +230,7 @@ int ResultsPanel::topRow() const
     return m_grid->rowAt(0);
 }
 
-void ResultsPanel::SetTopRow()
+void ResultsPanel::keepCurrentRowInView()
 {
     const int current = m_grid->currentIndex().row();
     const int top = topRow();
@@ -247,30 +244,29 @@ void ResultsPanel::showHeading()
 {
     const StudentRecords &records = m_session.records;
     if (!records.showByStudent) {
-        m_lblStudentOrSubject->setText(QString::fromStdString(records.currentSubjectName));
+        m_heading->setText(QString::fromStdString(records.currentSubjectName));
     } else if (m_student >= 0 && m_student < static_cast<int>(records.students.size())) {
-        m_lblStudentOrSubject->setText(
-            QString::fromStdString(trimName(records.students[m_student].name)));
+        m_heading->setText(QString::fromStdString(trimName(records.students[m_student].name)));
     } else {
-        m_lblStudentOrSubject->clear();
+        m_heading->clear();
     }
 }
 
-void ResultsPanel::optByStudent_Click()
+void ResultsPanel::showByStudent()
 {
     m_session.records.showByStudent = true;
     showHeading();
     emit refreshRequested();
 }
 
-void ResultsPanel::optBySubject_Click()
+void ResultsPanel::showBySubject()
 {
     m_session.records.showByStudent = false;
     showHeading();
     emit refreshRequested();
 }
 
-void ResultsPanel::cmdResetTotals_Student_Click()
+void ResultsPanel::resetStudentTotals()
 {
     if (!m_session.prompt.confirm(this, QStringLiteral("Confirm Reset Student's Totals"),
                                   QStringLiteral("Are you sure you want to Reset this Student's "
@@ -284,7 +280,7 @@ void ResultsPanel::cmdResetTotals_Student_Click()
     emit refreshRequested();
 }
 
-void ResultsPanel::cmdResetTotals_All_Click()
+void ResultsPanel::resetAllTotals()
 {
     if (!m_session.prompt.confirm(this, QStringLiteral("Confirm Reset ALL Student Totals"),
                                   QStringLiteral("Are you sure you want to Reset ALL Student "

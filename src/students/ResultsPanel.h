@@ -26,15 +26,18 @@ public:
     void studentRenamed(int student);
 
     // Column widths, row heights and the fixed header row of a freshly reset grid.
-    void InitGrid();
+    void shapeGrid();
     // Scrolls the current row to the top only when it lies outside the rows
     // that follow the top row.
-    void SetTopRow();
+    void keepCurrentRowInView();
 
-    void optByStudent_Click();
-    void optBySubject_Click();
-    void cmdResetTotals_Student_Click();
-    void cmdResetTotals_All_Click();
+    // The two mode buttons: one student's scores in every subject, or every
+    // student's scores in the current subject.
+    void showByStudent();
+    void showBySubject();
+    // Both ask first, then set Last and High to 0.
+    void resetStudentTotals();
+    void resetAllTotals();
 
 signals:
     // The scores or the mode changed: the screen reruns its selecting step.
@@ -52,10 +55,10 @@ private:
     ResultsModel *m_model = nullptr;
     int m_student = -1;
 
-    QLabel *m_lblStudentOrSubject = nullptr;
-    QRadioButton *m_optByStudent = nullptr;
-    QRadioButton *m_optBySubject = nullptr;
+    QLabel *m_heading = nullptr;
+    QRadioButton *m_byStudentButton = nullptr;
+    QRadioButton *m_bySubjectButton = nullptr;
     QTableView *m_grid = nullptr;
-    QPushButton *m_cmdResetTotals_Student = nullptr;
-    QPushButton *m_cmdResetTotals_All = nullptr;
+    QPushButton *m_resetStudentButton = nullptr;
+    QPushButton *m_resetAllButton = nullptr;
 };

@@ -80,7 +80,7 @@ StudentsScreen::StudentsScreen(Session &session, QWidget *parent)
     QWidget *roster = buildRoster();
     QWidget *details = buildStudentDetails();
     m_results = new ResultsPanel(session, this);
-    connect(m_results, &ResultsPanel::refreshRequested, this, &StudentsScreen::List1_Click);
+    connect(m_results, &ResultsPanel::refreshRequested, this, &StudentsScreen::selectStudent);
 
     auto *layout = new QGridLayout(this);
     layout->setContentsMargins(14, 12, 14, 12);
@@ -101,24 +101,23 @@ QWidget *StudentsScreen::buildRoster()
     auto *layout = new QVBoxLayout(roster);
     layout->setContentsMargins(0, 0, 0, 0);
 
-    m_List1 = new QListWidget(roster);
-    m_List1->setObjectName(QStringLiteral("List1"));
-    m_List1->setFont(QFont(QStringLiteral("Arial"), 11));
-    m_List1->setMinimumWidth(210);
-    m_List1->setAccessibleName(QStringLiteral("Students"));
-    m_List1->installEventFilter(this);
-    connect(m_List1, &QListWidget::currentRowChanged, this, &StudentsScreen::List1_Click);
+    m_studentList = new QListWidget(roster);
+    m_studentList->setObjectName(QStringLiteral("List1"));
+    m_studentList->setFont(QFont(QStringLiteral("Arial"), 11));
+    m_studentList->setMinimumWidth(210);
+    m_studentList->setAccessibleName(QStringLiteral("Students"));
+    m_studentList->installEventFilter(this);
+    connect(m_studentList, &QListWidget::currentRowChanged, this, &StudentsScreen::selectStudent);
 
-    m_cmdAddStudent =
-        button(QStringLiteral("cmdAddStudent"), QStringLiteral("Add Student"), roster);
-    m_cmdDelete = button(QStringLiteral("cmdDelete"), QStringLiteral("Delete Student"), roster);
-    connect(m_cmdAddStudent, &QPushButton::clicked, this, &StudentsScreen::cmdAddStudent_Click);
-    connect(m_cmdDelete, &QPushButton::clicked, this, &StudentsScreen::cmdDelete_Click);
+    m_addButton = button(QStringLiteral("cmdAddStudent"), QStringLiteral("Add Student"), roster);
+    m_deleteButton = button(QStringLiteral("cmdDelete"), QStringLiteral("Delete Student"), roster);
+    connect(m_addButton, &QPushButton::clicked, this, &StudentsScreen::addStudent);
+    connect(m_deleteButton, &QPushButton::clicked, this, &StudentsScreen::deleteStudent);
 
     layout->addWidget(caption(QStringLiteral("Select a Student"), roster));
-    layout->addWidget(m_List1, 1);
-    layout->addWidget(m_cmdAddStudent);
-    layout->addWidget(m_cmdDelete);
+    layout->addWidget(m_studentList, 1);
+    layout->addWidget(m_addButton);
+    layout->addWidget(m_deleteButton);
     return roster;
 }
 
@@ -129,36 +128,36 @@ QWidget *StudentsScreen::buildStudentDetails()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setVerticalSpacing(8);
 
-    m_txtStudent = new QLineEdit(details);
-    m_txtStudent->setObjectName(QStringLiteral("txtStudent"));
-    m_txtStudent->setFont(QFont(QStringLiteral("Arial"), 12));
-    m_txtStudent->setMinimumWidth(260);
+    m_nameBox = new QLineEdit(details);
+    m_nameBox->setObjectName(QStringLiteral("txtStudent"));
+    m_nameBox->setFont(QFont(QStringLiteral("Arial"), 12));
+    m_nameBox->setMinimumWidth(260);
     // The name is shown as the Students file will keep it, and no longer.
-    m_txtStudent->setMaxLength(FileTextMaxLength);
-    m_txtStudent->setValidator(new FileTextValidator(m_txtStudent));
-    m_txtStudent->setAccessibleName(QStringLiteral("Student name"));
-    connect(m_txtStudent, &QLineEdit::textChanged, this, &StudentsScreen::txtStudent_Change);
+    m_nameBox->setMaxLength(FileTextMaxLength);
+    m_nameBox->setValidator(new FileTextValidator(m_nameBox));
+    m_nameBox->setAccessibleName(QStringLiteral("Student name"));
+    connect(m_nameBox, &QLineEdit::textChanged, this, &StudentsScreen::renameStudent);
 
     m_levels = new LevelButtons(details);
-    connect(m_levels, &LevelButtons::levelClicked, this, &StudentsScreen::optLevel_Click);
+    connect(m_levels, &LevelButtons::levelClicked, this, &StudentsScreen::chooseLevel);
 
-    m_cmbSubject = new QComboBox(details);
-    m_cmbSubject->setObjectName(QStringLiteral("cmbSubject"));
-    m_cmbSubject->setMinimumWidth(200);
-    m_cmbSubject->setAccessibleName(QStringLiteral("Current subject"));
-    connect(m_cmbSubject, &QComboBox::currentIndexChanged, this, &StudentsScreen::cmbSubject_Click);
+    m_subjectList = new QComboBox(details);
+    m_subjectList->setObjectName(QStringLiteral("cmbSubject"));
+    m_subjectList->setMinimumWidth(200);
+    m_subjectList->setAccessibleName(QStringLiteral("Current subject"));
+    connect(m_subjectList, &QComboBox::currentIndexChanged, this, &StudentsScreen::chooseSubject);
 
     // The captions label their boxes for a screen reader too.
     QLabel *studentCaption = caption(QStringLiteral("Student:"), details);
-    studentCaption->setBuddy(m_txtStudent);
+    studentCaption->setBuddy(m_nameBox);
     QLabel *subjectCaption = caption(QStringLiteral("Current Subject:"), details);
-    subjectCaption->setBuddy(m_cmbSubject);
+    subjectCaption->setBuddy(m_subjectList);
     layout->addWidget(studentCaption, 0, 0);
-    layout->addWidget(m_txtStudent, 0, 1, Qt::AlignLeft);
+    layout->addWidget(m_nameBox, 0, 1, Qt::AlignLeft);
     layout->addWidget(caption(QStringLiteral("Level:"), details), 1, 0);
     layout->addWidget(m_levels, 1, 1);
     layout->addWidget(subjectCaption, 2, 0);
-    layout->addWidget(m_cmbSubject, 2, 1, Qt::AlignLeft);
+    layout->addWidget(m_subjectList, 2, 1, Qt::AlignLeft);
     layout->setColumnStretch(1, 1);
     return details;
 }
@@ -178,17 +177,17 @@ QWidget *StudentsScreen::buildFooter()
     notesLayout->addWidget(
         new QLabel(QStringLiteral("(All changes are automatically stored)"), notes));
 
-    m_cmdHelp = button(QStringLiteral("cmdHelp"), QStringLiteral("Help"), footer);
-    m_cmdClose = button(QStringLiteral("cmdClose"), QStringLiteral("Close"), footer);
-    m_cmdClose->setDefault(true);
-    for (QPushButton *pushButton : {m_cmdHelp, m_cmdClose})
+    m_helpButton = button(QStringLiteral("cmdHelp"), QStringLiteral("Help"), footer);
+    m_closeButton = button(QStringLiteral("cmdClose"), QStringLiteral("Close"), footer);
+    m_closeButton->setDefault(true);
+    for (QPushButton *pushButton : {m_helpButton, m_closeButton})
         pushButton->setMinimumWidth(100);
-    connect(m_cmdHelp, &QPushButton::clicked, this, &StudentsScreen::cmdHelp_Click);
-    connect(m_cmdClose, &QPushButton::clicked, this, &StudentsScreen::cmdClose_Click);
+    connect(m_helpButton, &QPushButton::clicked, this, &StudentsScreen::showHelp);
+    connect(m_closeButton, &QPushButton::clicked, this, &StudentsScreen::closeScreen);
 
     layout->addWidget(notes, 1);
-    layout->addWidget(m_cmdHelp);
-    layout->addWidget(m_cmdClose);
+    layout->addWidget(m_helpButton);
+    layout->addWidget(m_closeButton);
     return footer;
 }
 
@@ -207,7 +206,7 @@ void StudentsScreen::centreOnScreen()
     move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
 }
 
-bool StudentsScreen::Form_Load()
+bool StudentsScreen::loadRoster()
 {
     std::optional<WaitCursor> wait(std::in_place);
     centreOnScreen();
@@ -236,17 +235,17 @@ bool StudentsScreen::Form_Load()
     }
 
     fillControls();
-    m_cmdDelete->setEnabled(m_List1->count() > 1);
-    if (m_List1->count() == 1 && m_List1->currentItem() &&
-        m_List1->currentItem()->text().isEmpty()) {
+    m_deleteButton->setEnabled(m_studentList->count() > 1);
+    if (m_studentList->count() == 1 && m_studentList->currentItem() &&
+        m_studentList->currentItem()->text().isEmpty()) {
         wait.reset();
         askFirstName();
         wait.emplace();
     }
     selectCurrentSubject();
-    List1_Click();
+    selectStudent();
     // Arrow keys choose the student at once; Enter then closes the screen.
-    m_List1->setFocus();
+    m_studentList->setFocus();
     return true;
 }
 
@@ -256,20 +255,20 @@ void StudentsScreen::fillControls()
     const StudentRecords &records = m_session.records;
     m_results->selectMode(records.showByStudent);
 
-    m_cmbSubject->clear();
+    m_subjectList->clear();
     for (const Subject &subject : m_session.bank.subjects)
-        m_cmbSubject->addItem(QString::fromStdString(subject.name));
+        m_subjectList->addItem(QString::fromStdString(subject.name));
 
-    m_List1->clear();
+    m_studentList->clear();
     int current = -1;
     for (std::size_t i = 0; i < records.students.size(); ++i) {
-        m_List1->addItem(QString::fromStdString(trimName(records.students[i].name)));
+        m_studentList->addItem(QString::fromStdString(trimName(records.students[i].name)));
         if (records.students[i].current)
             current = static_cast<int>(i);
     }
     // A roster without a current student still opens on a selected line, so
     // that every handler has a student to work on.
-    m_List1->setCurrentRow(current >= 0 ? current : 0);
+    m_studentList->setCurrentRow(current >= 0 ? current : 0);
 }
 
 void StudentsScreen::askFirstName()
@@ -279,86 +278,86 @@ void StudentsScreen::askFirstName()
         QStringLiteral("Please enter the first Student's name:\r(You can add additional Students, "
                        "by clicking\rthe [Add Student] button on the next screen.)"));
     // Set as text, the answer bypasses the box's validator.
-    m_txtStudent->setText(fileText(answer));
+    m_nameBox->setText(fileText(answer));
 }
 
 void StudentsScreen::selectCurrentSubject()
 {
     const int subject = m_session.records.currentSubject;
-    if (m_cmbSubject->currentIndex() == subject)
-        cmbSubject_Click();
+    if (m_subjectList->currentIndex() == subject)
+        chooseSubject();
     else
-        m_cmbSubject->setCurrentIndex(subject);
+        m_subjectList->setCurrentIndex(subject);
 }
 
 int StudentsScreen::selectedStudent() const
 {
-    const int row = m_List1->currentRow();
+    const int row = m_studentList->currentRow();
     return row >= 0 && row < static_cast<int>(m_session.records.students.size()) ? row : -1;
 }
 
-void StudentsScreen::List1_Click()
+void StudentsScreen::selectStudent()
 {
     const int student = selectedStudent();
     if (m_busy || student < 0)
         return;
     const BusyScope busy(m_busy);
     const Student &selected = m_session.records.students[student];
-    m_txtStudent->setText(QString::fromStdString(trimName(selected.name)));
+    m_nameBox->setText(QString::fromStdString(trimName(selected.name)));
     m_levels->select(selected.level);
     m_results->fill(student);
-    EnableLevelButtons();
+    enableLevelButtons();
 }
 
-void StudentsScreen::EnableLevelButtons()
+void StudentsScreen::enableLevelButtons()
 {
     // Only the button moves; the student's stored Level stays as it was.
     const BusyScope busy(m_busy);
     m_levels->enableFor(m_session.bank, m_session.records.currentSubject);
 }
 
-void StudentsScreen::List1_KeyDown(int key)
+void StudentsScreen::onStudentListKey(Qt::Key key)
 {
-    if (key == Qt::Key_Delete && m_cmdDelete->isEnabled())
-        cmdDelete_Click();
+    if (key == Qt::Key_Delete && m_deleteButton->isEnabled())
+        deleteStudent();
 }
 
 bool StudentsScreen::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_List1 && event->type() == QEvent::KeyPress)
-        List1_KeyDown(static_cast<QKeyEvent *>(event)->key());
+    if (watched == m_studentList && event->type() == QEvent::KeyPress)
+        onStudentListKey(static_cast<Qt::Key>(static_cast<QKeyEvent *>(event)->key()));
     return QDialog::eventFilter(watched, event);
 }
 
-void StudentsScreen::txtStudent_Change()
+void StudentsScreen::renameStudent()
 {
     const int student = selectedStudent();
     if (m_busy || student < 0)
         return;
-    const std::string name = trimName(m_txtStudent->text().toStdString());
+    const std::string name = trimName(m_nameBox->text().toStdString());
     m_session.records.students[student].name = name;
-    m_List1->item(student)->setText(QString::fromStdString(name));
+    m_studentList->item(student)->setText(QString::fromStdString(name));
     m_results->studentRenamed(student);
 }
 
-void StudentsScreen::cmdAddStudent_Click()
+void StudentsScreen::addStudent()
 {
-    m_cmdDelete->setEnabled(true);
+    m_deleteButton->setEnabled(true);
     {
         const BusyScope busy(m_busy);
-        m_txtStudent->clear();
+        m_nameBox->clear();
     }
     m_session.records.students.push_back(newStudent(m_session.bank.subjectMax));
-    m_List1->addItem(QString());
+    m_studentList->addItem(QString());
     // Selecting the new line runs the selecting step.
-    m_List1->setCurrentRow(m_List1->count() - 1);
-    m_txtStudent->setFocus();
+    m_studentList->setCurrentRow(m_studentList->count() - 1);
+    m_nameBox->setFocus();
 }
 
-void StudentsScreen::cmdDelete_Click()
+void StudentsScreen::deleteStudent()
 {
     // The last student is never deleted.
-    if (!m_cmdDelete->isEnabled())
+    if (!m_deleteButton->isEnabled())
         return;
     if (!m_session.prompt.confirm(this, QStringLiteral("Confirm Delete Student"),
                                   QStringLiteral("Are you sure you want to Delete this Student?")))
@@ -368,52 +367,52 @@ void StudentsScreen::cmdDelete_Click()
         return;
     {
         const BusyScope busy(m_busy);
-        std::unique_ptr<QListWidgetItem> line(m_List1->takeItem(student));
+        std::unique_ptr<QListWidgetItem> line(m_studentList->takeItem(student));
         std::vector<Student> &students = m_session.records.students;
         students.erase(students.begin() + student);
-        m_cmdDelete->setEnabled(students.size() > 1);
-        m_List1->setCurrentRow(0);
+        m_deleteButton->setEnabled(students.size() > 1);
+        m_studentList->setCurrentRow(0);
     }
-    List1_Click();
+    selectStudent();
 }
 
-void StudentsScreen::optLevel_Click(int level)
+void StudentsScreen::chooseLevel(int level)
 {
     const int student = selectedStudent();
     if (m_busy || student < 0 || level < 0 || level >= LevelCount)
         return;
     m_session.records.students[student].level = static_cast<int16_t>(level);
-    List1_Click();
+    selectStudent();
 }
 
-void StudentsScreen::cmbSubject_Click()
+void StudentsScreen::chooseSubject()
 {
-    const int subject = m_cmbSubject->currentIndex();
+    const int subject = m_subjectList->currentIndex();
     if (m_busy || subject < 0)
         return;
-    m_session.records.currentSubjectName = m_cmbSubject->currentText().toStdString();
+    m_session.records.currentSubjectName = m_subjectList->currentText().toStdString();
     m_session.records.currentSubject = subject;
-    List1_Click();
+    selectStudent();
 }
 
-void StudentsScreen::cmdHelp_Click()
+void StudentsScreen::showHelp()
 {
     if (m_openHelp)
         m_openHelp(this);
 }
 
-void StudentsScreen::cmdClose_Click()
+void StudentsScreen::closeScreen()
 {
     accept();
 }
 
 void StudentsScreen::done(int result)
 {
-    Form_QueryUnload();
+    saveOnClose();
     QDialog::done(result);
 }
 
-void StudentsScreen::Form_QueryUnload()
+void StudentsScreen::saveOnClose()
 {
     // A roster that was never read must not overwrite the file it came from.
     const int student = selectedStudent();

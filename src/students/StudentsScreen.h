@@ -22,27 +22,31 @@ public:
 
     // Loads the roster (or starts the first one) and fills the screen. False
     // when the Students file could not be read; the user has been told why.
-    bool Form_Load();
+    bool loadRoster();
 
     // Opens the Students help page; tests replace it so that nothing blocks.
     using HelpOpener = std::function<void(QWidget *parent)>;
     void setHelpOpener(HelpOpener openHelp);
 
-    // Handlers, named after the control and the event.
-    void List1_Click();
-    void List1_KeyDown(int key);
-    void txtStudent_Change();
-    void cmdAddStudent_Click();
-    void cmdDelete_Click();
-    void optLevel_Click(int level);
-    void cmbSubject_Click();
-    void cmdHelp_Click();
-    void cmdClose_Click();
+    // What the user does on the screen; public so that tests can drive it.
+    // Shows the student selected in the list: name, level and results.
+    void selectStudent();
+    // The Delete key on the list deletes the selected student.
+    void onStudentListKey(Qt::Key key);
+    // The name box was edited: the selected student takes the new name.
+    void renameStudent();
+    void addStudent();
+    // Asks first; the last student is never deleted.
+    void deleteStudent();
+    void chooseLevel(int level);
+    void chooseSubject();
+    void showHelp();
+    void closeScreen();
     // The close step, run on every way of closing: the selected student becomes
     // the current one and the roster is saved.
-    void Form_QueryUnload();
+    void saveOnClose();
     // Enables the levels that can give questions in the current subject.
-    void EnableLevelButtons();
+    void enableLevelButtons();
 
     // Every way of closing the dialog (Close, Enter, Esc, the window's close
     // button) passes through here.
@@ -66,13 +70,13 @@ private:
     bool m_busy = false;   // the screen is filling its own controls
     bool m_loaded = false; // the roster was read, so closing may save it
 
-    QListWidget *m_List1 = nullptr;
-    QLineEdit *m_txtStudent = nullptr;
+    QListWidget *m_studentList = nullptr;
+    QLineEdit *m_nameBox = nullptr;
     LevelButtons *m_levels = nullptr;
-    QComboBox *m_cmbSubject = nullptr;
-    QPushButton *m_cmdAddStudent = nullptr;
-    QPushButton *m_cmdDelete = nullptr;
-    QPushButton *m_cmdHelp = nullptr;
-    QPushButton *m_cmdClose = nullptr;
+    QComboBox *m_subjectList = nullptr;
+    QPushButton *m_addButton = nullptr;
+    QPushButton *m_deleteButton = nullptr;
+    QPushButton *m_helpButton = nullptr;
+    QPushButton *m_closeButton = nullptr;
     ResultsPanel *m_results = nullptr;
 };

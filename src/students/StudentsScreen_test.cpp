@@ -96,7 +96,7 @@ protected:
     {
         auto screen = std::make_unique<StudentsScreen>(session);
         screen->setHelpOpener([this](QWidget *) { ++helpOpened; });
-        EXPECT_TRUE(screen->Form_Load());
+        EXPECT_TRUE(screen->loadRoster());
         return screen;
     }
 
@@ -117,7 +117,7 @@ protected:
         return widget;
     }
 
-    static std::vector<std::string> Lines(const StudentsScreen &screen)
+    static std::vector<std::string> lines(const StudentsScreen &screen)
     {
         const QListWidget *list = child<QListWidget>(screen, "List1");
         std::vector<std::string> texts;
@@ -147,10 +147,10 @@ TEST_F(StudentsScreenTest, FirstRunAndAFileThatCannotBeWrittenOrRead)
     prompt.answerInput(QStringLiteral("\U0001F600 Ann & Co"));
     auto screen = openScreen();
     ASSERT_EQ(prompt.shown().size(), 1u);
-    EXPECT_EQ(Lines(*screen), std::vector<std::string>{"? Ann & Co"});
+    EXPECT_EQ(lines(*screen), std::vector<std::string>{"? Ann & Co"});
     // The only student cannot be deleted, not even by calling the handler.
     EXPECT_FALSE(child<QPushButton>(*screen, "cmdDelete")->isEnabled());
-    screen->cmdDelete_Click();
+    screen->deleteStudent();
     EXPECT_EQ(prompt.shown().size(), 1u);
     child<QPushButton>(*screen, "cmdClose")->click();
     EXPECT_EQ(saved().students.at(0).name, "? Ann & Co");
@@ -160,13 +160,13 @@ TEST_F(StudentsScreenTest, FirstRunAndAFileThatCannotBeWrittenOrRead)
     const std::string damaged("\xFF\xFF\0\0\0\0\7\0\0\0\3\0A", 13);
     std::ofstream(session.paths.studentsPath, std::ios::binary) << damaged;
     StudentsScreen damagedScreen(session);
-    EXPECT_FALSE(damagedScreen.Form_Load());
+    EXPECT_FALSE(damagedScreen.loadRoster());
     ASSERT_EQ(prompt.shown().size(), 1u);
     const QString &text = prompt.last()->text;
     EXPECT_EQ(prompt.last()->kind, Kind::Stop);
     EXPECT_TRUE(text.contains(QString::fromStdString(session.paths.studentsPath.string())) &&
                 text.contains(QStringLiteral("will now end")));
-    damagedScreen.cmdClose_Click();
+    damagedScreen.closeScreen();
     EXPECT_EQ(readFileBytes(session.paths.studentsPath),
               std::vector<unsigned char>(damaged.begin(), damaged.end()));
 
@@ -194,7 +194,7 @@ TEST_F(StudentsScreenTest, RosterEditsLevelsAndClosingKeepResultsAndNamesAsTheFi
     EXPECT_EQ(lastConfirm(), "Confirm Delete Student");
     prompt.answerConfirm(true);
     QTest::keyClick(list, Qt::Key_Delete);
-    EXPECT_EQ(Lines(*screen), (std::vector<std::string>{"A", "C"}));
+    EXPECT_EQ(lines(*screen), (std::vector<std::string>{"A", "C"}));
     EXPECT_EQ(name->text(), QStringLiteral("A"));
 
     // Typed or pasted, a name is kept as the file can hold it; the box keeps the
@@ -223,7 +223,7 @@ TEST_F(StudentsScreenTest, RosterEditsLevelsAndClosingKeepResultsAndNamesAsTheFi
     name->insert(QStringLiteral("\U0001F600")); // a full box takes no more
     expected.emplace_back(FileTextMaxLength, 'n');
     EXPECT_EQ(name->text().toStdString(), expected.back());
-    EXPECT_EQ(Lines(*screen), expected);
+    EXPECT_EQ(lines(*screen), expected);
     // Nor does the heading widen the screen with it.
     QCoreApplication::processEvents();
     EXPECT_EQ(screen->width(), screenWidth);
@@ -258,7 +258,7 @@ TEST_F(StudentsScreenTest, RosterEditsLevelsAndClosingKeepResultsAndNamesAsTheFi
     // After a restart the screen lists the same names; Esc closes and saves too.
     session.records = StudentRecords{};
     auto reopened = openScreen();
-    EXPECT_EQ(Lines(*reopened), expected);
+    EXPECT_EQ(lines(*reopened), expected);
     list = child<QListWidget>(*reopened, "List1");
     list->setCurrentRow(0);
     QTest::keyClick(list, Qt::Key_Escape);
