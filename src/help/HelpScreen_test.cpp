@@ -65,10 +65,10 @@ TEST(HelpScreen, EachScreenOpensOnItsOwnPageAndCloses)
         ASSERT_NE(browser(screen), nullptr);
         EXPECT_EQ(headings(*browser(screen)->document()), expected.headings);
 
-        auto *cmdClose = screen.findChild<QPushButton *>(QStringLiteral("cmdClose"));
-        ASSERT_NE(cmdClose, nullptr);
+        auto *closeButton = screen.findChild<QPushButton *>(QStringLiteral("cmdClose"));
+        ASSERT_NE(closeButton, nullptr);
         screen.show();
-        cmdClose->click();
+        closeButton->click();
         EXPECT_FALSE(screen.isVisible());
     }
 }
