@@ -29,7 +29,6 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
     EXPECT_EQ(tabStops(*screen), Names({"cmdSelectStudent", "cmdTest", "cmdHelp", "cmdExit",
                                         "cmbSubject", "optLevel3", "cmdStartTest"}))
         << "one stop for the levels: the chosen one";
-    EXPECT_EQ(spokenName(*label("lblStudent")), "Student: Ann");
 
     // The arrow keys choose the level; Enter on it starts the test, as Start Test does.
     option("optLevel3")->setFocus();
@@ -65,9 +64,7 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
     EXPECT_EQ(textColour(label("lblRightWrong")), bgrColor(Bgr::Red));
     typeAnswer(true);
     typeAnswer(true);
-    EXPECT_EQ(spokenName(*label("lblScoreRight")) + "|" + spokenName(*label("lblScoreWrong")) +
-                  "|" + spokenName(*label("lblScoreTotal")),
-              "Right: 3|Wrong: 1|Score: 2");
+    EXPECT_EQ(texts({"lblScoreRight", "lblScoreWrong", "lblScoreTotal"}), "3|1|2");
 
     tick(4);
     EXPECT_EQ(spokenName(*label("lblTimeLeft")), "Time left: 1");
@@ -78,7 +75,6 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
         << "Start Test is held back while a key may still be down";
     EXPECT_EQ(text("lblTestCompleted"), "***** HIGH SCORE ***** Congratulations!");
     EXPECT_EQ(texts({"lblLastScore", "lblHighScore"}), "2|2");
-    EXPECT_EQ(spokenName(*label("lblLastScore")), "Last Score: 2");
     EXPECT_EQ(timer->interval(), 2000);
     ASSERT_EQ(screen->focusWidget(), option("optLevel0"));
     QTest::keyClick(option("optLevel0"), Qt::Key_Return);

@@ -45,10 +45,3 @@ std::string spokenDescription(QWidget &widget)
 {
     return accessible(widget).text(QAccessible::Description).toStdString();
 }
-
-std::string spokenLabel(QWidget &widget)
-{
-    const auto labels = accessible(widget).relations(QAccessible::Label);
-    return labels.isEmpty() ? std::string()
-                            : labels.first().first->text(QAccessible::Name).toStdString();
-}

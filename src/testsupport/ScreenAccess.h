@@ -17,7 +17,3 @@ std::vector<std::string> tabStops(QWidget &window);
 std::string spokenName(QWidget &widget);
 // The description read after the name.
 std::string spokenDescription(QWidget &widget);
-// The caption that labels the control (the label whose buddy it is), or an
-// empty text. On Linux a drop-down list is read with this label and its
-// current item, not with a name of its own.
-std::string spokenLabel(QWidget &widget);
