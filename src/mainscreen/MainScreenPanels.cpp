@@ -1,6 +1,6 @@
 #include "MainScreenPanels.h"
 
-#include "MainScreenParts.h"
+#include "MainScreenWidgets.h"
 #include "ui/Accessibility.h"
 #include "ui/Colours.h"
 
@@ -20,7 +20,7 @@
 #include <utility>
 #include <vector>
 
-using namespace MainScreenParts;
+using namespace MainScreenWidgets;
 
 void setDisplayStyle(QLineEdit &box)
 {

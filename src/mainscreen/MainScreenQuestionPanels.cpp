@@ -3,7 +3,7 @@
 #include "MainScreenPanels.h"
 
 #include "AnswerFit.h"
-#include "MainScreenParts.h"
+#include "MainScreenWidgets.h"
 #include "ui/Colours.h"
 
 #include <QButtonGroup>
@@ -14,7 +14,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-using namespace MainScreenParts;
+using namespace MainScreenWidgets;
 
 QFrame *MainScreenPanels::buildArithmeticPanel()
 {

@@ -1,4 +1,4 @@
-#include "MainScreenParts.h"
+#include "MainScreenWidgets.h"
 
 #include "MainScreenPanels.h"
 
@@ -8,7 +8,7 @@
 #include <QPalette>
 #include <QPushButton>
 
-namespace MainScreenParts {
+namespace MainScreenWidgets {
 
 namespace {
 
@@ -90,4 +90,4 @@ QLabel *problemSign(const char *name, const QString &text)
     return sign;
 }
 
-} // namespace MainScreenParts
+} // namespace MainScreenWidgets

@@ -11,7 +11,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 
-namespace MainScreenParts {
+namespace MainScreenWidgets {
 
 // Point sizes: the problem and the choices are what a child reads at a
 // distance, so they are the largest; captions stay readable but calm.
@@ -44,4 +44,4 @@ QFrame *darkStrip();
 QLineEdit *problemBox(const char *name);
 QLabel *problemSign(const char *name, const QString &text);
 
-} // namespace MainScreenParts
+} // namespace MainScreenWidgets
