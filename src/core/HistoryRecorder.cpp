@@ -42,6 +42,7 @@ bool HistoryRecorder::followStore()
         // The test being recorded went with the database that was replaced.
         m_generation = m_store.generation();
         m_testId = 0;
+        m_store.holdCheckpoints(false);
     }
     return m_testId != 0;
 }
@@ -84,6 +85,7 @@ void HistoryRecorder::beginTest(const TestStart &start)
         return;
     m_testId = testId;
     m_studentId = studentId;
+    m_store.holdCheckpoints(true);
     m_level = start.level;
     m_practice = start.practice;
     m_nextSeq = 0;
@@ -160,4 +162,5 @@ void HistoryRecorder::endTest(const TestEnd &end)
             .bindAll(end.stopped ? 1 : 0, end.score, end.rights, end.wrongs, testId)
             .run();
     });
+    m_store.holdCheckpoints(false);
 }

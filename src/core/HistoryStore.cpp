@@ -14,6 +14,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// The size of the log at which it is copied into the file, as SQLite does by
+// default: about 4 MB.
+constexpr int CheckpointPages = 1000;
+
 std::string Quoted(const fs::path &path)
 {
     return "\"" + path.string() + "\"";
@@ -175,7 +179,30 @@ void HistoryStore::connect()
     db->execute("PRAGMA secure_delete = ON");
     upgradeHistorySchema(*db);
     CloseRunningTests(*db);
+    // Copying the log into the file is done here rather than by SQLite, so that
+    // it can wait for the end of a test.
+    sqlite3_wal_hook(db->handle(), &HistoryStore::onCommit, this);
+    m_logPages = 0;
     m_db = std::move(db);
+}
+
+int HistoryStore::onCommit(void *store, sqlite3 *db, const char *name, int logPages)
+{
+    auto *self = static_cast<HistoryStore *>(store);
+    self->m_logPages = logPages;
+    // A failed copy is no failure of the commit; it is tried again later.
+    if (!self->m_checkpointsHeld && logPages >= CheckpointPages)
+        sqlite3_wal_checkpoint_v2(db, name, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    return SQLITE_OK;
+}
+
+void HistoryStore::holdCheckpoints(bool hold)
+{
+    m_checkpointsHeld = hold;
+    if (!hold && m_logPages >= CheckpointPages && !m_inBatch) {
+        guarded([](SqliteDatabase &db) { db.execute("PRAGMA wal_checkpoint(PASSIVE)"); });
+        m_logPages = 0;
+    }
 }
 
 bool HistoryStore::setAside(const std::string &reason)

@@ -15,6 +15,7 @@
 
 class SqliteDatabase;
 class SqliteError;
+struct sqlite3;
 
 class HistoryStore {
 public:
@@ -43,6 +44,10 @@ public:
     // that erased history lingers in neither.
     void checkpoint();
 
+    // While held (a test is being taken), no commit waits for the log to be copied
+    // into the file, which takes a disk flush; the copy is made when released.
+    void holdCheckpoints(bool hold);
+
     // While a batch is open, commits are held back and made together at its end.
     void beginBatch();
     void endBatch();
@@ -63,6 +68,7 @@ private:
     void fail(const SqliteError &error);
     void turnOff(const SqliteError &error);
     bool setAside(const std::string &reason);
+    static int onCommit(void *store, sqlite3 *db, const char *name, int logPages);
 
     std::filesystem::path m_dataDir;
     std::filesystem::path m_path;
@@ -70,6 +76,8 @@ private:
     std::deque<std::string> m_messages;
     std::uint64_t m_generation = 0;
     bool m_inBatch = false;
+    bool m_checkpointsHeld = false;
+    int m_logPages = 0;
 };
 
 // The file the history is kept in, inside the data directory.
