@@ -26,7 +26,7 @@ constexpr double ProgressMs = 100;
 constexpr double CsvMs = 30'000;
 constexpr double BytesPerAnswerLimit = 100;
 constexpr double OpenWithinMs = 10;
-// What the fluency views of the next issue read for a whole class, against its goal.
+// What the fluency views read for a whole class, against the goal set for their class view.
 constexpr double ClassFactsMs = 1000;
 
 // A copy of the cached history for this run, since some benchmarks record into
@@ -205,8 +205,7 @@ void BM_HistoryProgress(benchmark::State &state)
                 {}, "ms", "scores_");
 }
 
-// The facts of every student of the class, as the class view of the fluency
-// issue needs them.
+// The facts of every student of the class, as a class view of fluency needs them.
 void BM_HistoryClassFacts(benchmark::State &state)
 {
     ManualClock clock;

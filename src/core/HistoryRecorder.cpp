@@ -49,13 +49,13 @@ bool HistoryRecorder::followStore()
 
 void HistoryRecorder::beginTest(const TestStart &start)
 {
+    if (start.level < 0 || start.level >= LevelCount)
+        return;
     followStore();
     m_roster.followStore();
     m_subjects.followStore();
     const std::int64_t previous = m_testId;
     m_testId = 0;
-    if (start.level < 0 || start.level >= LevelCount)
-        return;
     const std::int64_t startedMs = m_clock.localMilliseconds();
     std::int64_t testId = 0;
     std::int64_t studentId = 0;
