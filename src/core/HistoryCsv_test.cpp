@@ -1,5 +1,5 @@
 #include "core/CsvWriter.h"
-#include "core/HistoryTesting.h"
+#include "core/HistoryFixture_test.h"
 
 #include <algorithm>
 #include <fstream>

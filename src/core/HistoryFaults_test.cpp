@@ -1,6 +1,6 @@
-#include "core/FaultyVfs.h"
+#include "core/FaultyVfs_test.h"
+#include "core/HistoryFixture_test.h"
 #include "core/HistorySchema.h"
-#include "core/HistoryTesting.h"
 #include "core/Sqlite.h"
 
 #include <fstream>

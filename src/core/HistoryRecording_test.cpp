@@ -1,4 +1,4 @@
-#include "core/HistoryTesting.h"
+#include "core/HistoryFixture_test.h"
 
 #include <sys/wait.h>
 #include <unistd.h>

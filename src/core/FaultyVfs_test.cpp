@@ -1,4 +1,4 @@
-#include "core/FaultyVfs.h"
+#include "core/FaultyVfs_test.h"
 
 #include <sqlite3.h>
 
