@@ -98,9 +98,9 @@ protected:
     }
 };
 
-void Record(benchmark::State &state, const std::string &name, double value,
-            std::optional<double> floor, double limit, const std::string &goal,
-            const std::string &unit, int runs, const std::string &counter)
+void reportFigure(benchmark::State &state, const std::string &name, double value,
+                  std::optional<double> floor, double limit, const std::string &goal,
+                  const std::string &unit, int runs, const std::string &counter)
 {
     Figure figure;
     figure.name = name;
@@ -114,7 +114,7 @@ void Record(benchmark::State &state, const std::string &name, double value,
     recordFigure(figure);
 }
 
-double Percentile(std::vector<double> values, double fraction)
+double percentile(std::vector<double> values, double fraction)
 {
     std::sort(values.begin(), values.end());
     const auto rank = static_cast<std::size_t>(std::ceil(fraction * double(values.size())));
@@ -162,9 +162,9 @@ void BM_HistoryRecordAnswer(benchmark::State &state)
     std::vector<double> wall;
     for (const Sample &sample : samples)
         wall.push_back(sample.value);
-    Record(state, "History: one answer recorded and committed, 99th percentile",
-           Percentile(wall, 0.99), std::nullopt, AnswerP99Ms, "under 5.00 ms", "ms",
-           int(samples.size()), "p99_ms");
+    reportFigure(state, "History: one answer recorded and committed, 99th percentile",
+                 percentile(wall, 0.99), std::nullopt, AnswerP99Ms, "under 5.00 ms", "ms",
+                 int(samples.size()), "p99_ms");
     state.counters["max_ms"] = *std::max_element(wall.begin(), wall.end());
     state.counters["end_median_ms"] = median(ends);
     state.counters["end_max_ms"] = *std::max_element(ends.begin(), ends.end());
@@ -248,9 +248,9 @@ void BM_HistoryBytesPerAnswer(benchmark::State &state)
     for (auto _ : state)
         bytes = double(fs::file_size(HistoryCopy::instance().cached()));
     state.counters["file_MB"] = bytes / 1e6;
-    Record(state, "History: file size per answer (10 million answers)",
-           bytes / double(size.answers), std::nullopt, BytesPerAnswerLimit, "under 100 B", "B", 1,
-           "bytes_per_answer");
+    reportFigure(state, "History: file size per answer (10 million answers)",
+                 bytes / double(size.answers), std::nullopt, BytesPerAnswerLimit, "under 100 B",
+                 "B", 1, "bytes_per_answer");
 }
 
 // Opening the history and matching the roster and the bank, as start-up will:
@@ -282,8 +282,9 @@ void BM_HistoryOpen(benchmark::State &state)
         withoutMs.push_back(without[i].value);
     }
     const double floor = median(withoutMs);
-    Record(state, "History: open and match 1000 students, 10 million answers", median(withMs),
-           floor, floor + OpenWithinMs, "within 10 ms of floor", "ms", int(with.size()), "open_ms");
+    reportFigure(state, "History: open and match 1000 students, 10 million answers", median(withMs),
+                 floor, floor + OpenWithinMs, "within 10 ms of floor", "ms", int(with.size()),
+                 "open_ms");
     state.counters["without_ms"] = floor;
 }
 

@@ -59,7 +59,7 @@ private:
 // A text of about shortest to longest bytes, the same for the same key. Texts
 // are made for every multiple-choice answer, so from a generator far cheaper to
 // start than the engine above (SplitMix64).
-std::string Text(std::uint64_t key, int shortest, int longest)
+std::string generatedText(std::uint64_t key, int shortest, int longest)
 {
     const auto next = [&key] {
         std::uint64_t z = (key += 0x9E3779B97F4A7C15ULL);
@@ -80,19 +80,19 @@ std::string Text(std::uint64_t key, int shortest, int longest)
 
 // The question a subject's bank holds at a level and index, then its right
 // answer and its three wrong ones: the same texts whenever it is asked.
-std::array<std::string, 5> BankQuestion(int subject, int level, int index)
+std::array<std::string, 5> bankQuestion(int subject, int level, int index)
 {
     const auto key = static_cast<std::uint64_t>((subject * 13 + level) * QuestionsPerLevel + index);
     std::array<std::string, 5> texts;
-    texts[0] = Text(key * 5, 20, 60);
+    texts[0] = generatedText(key * 5, 20, 60);
     for (std::uint64_t i = 1; i < 5; ++i)
-        texts[i] = Text(key * 5 + i, 3, 18) + " " + std::to_string(i);
+        texts[i] = generatedText(key * 5 + i, 3, 18) + " " + std::to_string(i);
     return texts;
 }
 
 // Levels K and 1 add small numbers, 2 subtracts too, 3 and 4 multiply, and from
 // 5 on all four operations are asked, with numbers up to 12.
-ArithmeticAnswer ArithmeticQuestion(Draw &draw, int level, int &blankCounter)
+ArithmeticAnswer arithmeticQuestion(Draw &draw, int level, int &blankCounter)
 {
     const int operations = level < 2 ? 1 : level < 3 ? 2 : level < 5 ? 3 : 4;
     const int high = level == 0 ? 5 : level == 1 ? 10 : 12;
@@ -123,7 +123,7 @@ ArithmeticAnswer ArithmeticQuestion(Draw &draw, int level, int &blankCounter)
 
 // Weekdays from the first of September to the end of June, then on into the
 // summer should a student's share of answers not be used up.
-CivilTime Day(int schoolDay)
+CivilTime schoolDay(int schoolDay)
 {
     const LocalSeconds first = toLocalSeconds({2026, 9, 1});
     int weekdays = 0;
@@ -136,7 +136,7 @@ CivilTime Day(int schoolDay)
     }
 }
 
-void RecordStudent(History &history, ManualClock &clock, const HistorySize &size, int student,
+void recordStudent(History &history, ManualClock &clock, const HistorySize &size, int student,
                    std::int64_t answers)
 {
     Draw draw(size.seed ^ static_cast<std::uint32_t>(student * 2654435761u));
@@ -148,7 +148,7 @@ void RecordStudent(History &history, ManualClock &clock, const HistorySize &size
     HistoryRecorder &recorder = history.recorder();
     int blankCounter = 0;
     for (int day = 0; answers > 0; ++day) {
-        CivilTime time = Day(day);
+        CivilTime time = schoolDay(day);
         time.hour = 8;
         time.minute = draw.between(30, 59);
         for (int test = draw.between(1, 4); test > 0 && answers > 0; --test) {
@@ -168,7 +168,7 @@ void RecordStudent(History &history, ManualClock &clock, const HistorySize &size
                 const bool right = draw.chance(skill);
                 (right ? rights : wrongs)++;
                 if (arithmetic) {
-                    ArithmeticAnswer answer = ArithmeticQuestion(draw, testLevel, blankCounter);
+                    ArithmeticAnswer answer = arithmeticQuestion(draw, testLevel, blankCounter);
                     const std::int64_t boxes[3] = {answer.number1, answer.number2, answer.result};
                     const std::int64_t value = boxes[answer.blank];
                     answer.typed = std::to_string(right ? value : value + draw.between(1, 3));
@@ -176,7 +176,7 @@ void RecordStudent(History &history, ManualClock &clock, const HistorySize &size
                     recorder.recordArithmetic(answer);
                 } else {
                     const std::array<std::string, 5> texts =
-                        BankQuestion(subject, testLevel, draw.between(0, QuestionsPerLevel - 1));
+                        bankQuestion(subject, testLevel, draw.between(0, QuestionsPerLevel - 1));
                     ChoiceAnswer answer;
                     answer.question = texts[0];
                     answer.right = draw.between(0, 3);
@@ -195,7 +195,7 @@ void RecordStudent(History &history, ManualClock &clock, const HistorySize &size
     }
 }
 
-fs::path BaseDirectory()
+fs::path baseDirectory()
 {
     const char *chosen = std::getenv("TAVRINO_BENCH_DIR");
     return chosen && *chosen ? fs::path(chosen) : fs::temp_directory_path();
@@ -240,7 +240,7 @@ void writeLargeHistory(const fs::path &dataDir, const HistorySize &size,
              ++student) {
             const std::int64_t share =
                 size.answers / size.students + (student < size.answers % size.students ? 1 : 0);
-            RecordStudent(history, clock, size, student, share);
+            recordStudent(history, clock, size, student, share);
             done += share;
         }
         if (progress)
@@ -252,7 +252,7 @@ void writeLargeHistory(const fs::path &dataDir, const HistorySize &size,
 
 fs::path cachedLargeHistory(const HistorySize &size)
 {
-    const fs::path folder = BaseDirectory() / "tavrino-history-cache";
+    const fs::path folder = baseDirectory() / "tavrino-history-cache";
     const fs::path cached =
         folder /
         ("History-v" + std::to_string(HistorySchemaVersion) + "-" + std::to_string(size.students) +

@@ -14,7 +14,7 @@ constexpr int Positions = 4;
 // 64-bit FNV-1a over each text's length and bytes. Written out here rather than
 // taken from std::hash, whose values may change between library versions while
 // the stored ones must not.
-std::int64_t Hash(const ChoiceSlots &question)
+std::int64_t hashOf(const ChoiceSlots &question)
 {
     std::uint64_t hash = 14695981039346656037ULL;
     const auto add = [&hash](std::string_view text) {
@@ -31,7 +31,7 @@ std::int64_t Hash(const ChoiceSlots &question)
 }
 
 // The permutation as a number 0..23 (its rank in the factorial number system).
-int Rank(const std::array<int, Positions> &slots)
+int rankOf(const std::array<int, Positions> &slots)
 {
     int rank = 0;
     for (int i = 0; i < Positions; ++i) {
@@ -90,7 +90,7 @@ StoredChoice storeChoiceQuestion(SqliteDatabase &db, const ChoiceAnswer &answer)
         slotAt[std::size_t(wrongPositions[k])] = int(k) + 1;
     }
 
-    const std::int64_t hash = Hash(question);
+    const std::int64_t hash = hashOf(question);
     SqliteStatement &find = db.cached("SELECT id, question, right_choice, wrong1, wrong2, wrong3 "
                                       "FROM choice_question WHERE hash = ?");
     find.bindAll(hash);
@@ -112,5 +112,5 @@ StoredChoice storeChoiceQuestion(SqliteDatabase &db, const ChoiceAnswer &answer)
             .run();
         id = db.lastInsertId();
     }
-    return {id, Rank(slotAt)};
+    return {id, rankOf(slotAt)};
 }

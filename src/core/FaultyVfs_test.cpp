@@ -14,113 +14,113 @@ struct ShimFile {
     sqlite3_file *real() { return reinterpret_cast<sqlite3_file *>(this + 1); }
 };
 
-ShimFile *Shim(sqlite3_file *file)
+ShimFile *shimOf(sqlite3_file *file)
 {
     return reinterpret_cast<ShimFile *>(file);
 }
 
-int Close(sqlite3_file *f)
+int shimClose(sqlite3_file *f)
 {
-    return Shim(f)->real()->pMethods->xClose(Shim(f)->real());
+    return shimOf(f)->real()->pMethods->xClose(shimOf(f)->real());
 }
-int Read(sqlite3_file *f, void *data, int amount, sqlite3_int64 offset)
+int shimRead(sqlite3_file *f, void *data, int amount, sqlite3_int64 offset)
 {
-    return Shim(f)->real()->pMethods->xRead(Shim(f)->real(), data, amount, offset);
+    return shimOf(f)->real()->pMethods->xRead(shimOf(f)->real(), data, amount, offset);
 }
-int Write(sqlite3_file *f, const void *data, int amount, sqlite3_int64 offset)
+int shimWrite(sqlite3_file *f, const void *data, int amount, sqlite3_int64 offset)
 {
     if (g_failWrites) {
         ++g_failedWrites;
         return SQLITE_FULL;
     }
-    return Shim(f)->real()->pMethods->xWrite(Shim(f)->real(), data, amount, offset);
+    return shimOf(f)->real()->pMethods->xWrite(shimOf(f)->real(), data, amount, offset);
 }
-int Truncate(sqlite3_file *f, sqlite3_int64 size)
+int shimTruncate(sqlite3_file *f, sqlite3_int64 size)
 {
-    return Shim(f)->real()->pMethods->xTruncate(Shim(f)->real(), size);
+    return shimOf(f)->real()->pMethods->xTruncate(shimOf(f)->real(), size);
 }
-int Sync(sqlite3_file *f, int flags)
+int shimSync(sqlite3_file *f, int flags)
 {
-    return Shim(f)->real()->pMethods->xSync(Shim(f)->real(), flags);
+    return shimOf(f)->real()->pMethods->xSync(shimOf(f)->real(), flags);
 }
-int FileSize(sqlite3_file *f, sqlite3_int64 *size)
+int shimFileSize(sqlite3_file *f, sqlite3_int64 *size)
 {
-    return Shim(f)->real()->pMethods->xFileSize(Shim(f)->real(), size);
+    return shimOf(f)->real()->pMethods->xFileSize(shimOf(f)->real(), size);
 }
-int Lock(sqlite3_file *f, int level)
+int shimLock(sqlite3_file *f, int level)
 {
-    return Shim(f)->real()->pMethods->xLock(Shim(f)->real(), level);
+    return shimOf(f)->real()->pMethods->xLock(shimOf(f)->real(), level);
 }
-int Unlock(sqlite3_file *f, int level)
+int shimUnlock(sqlite3_file *f, int level)
 {
-    return Shim(f)->real()->pMethods->xUnlock(Shim(f)->real(), level);
+    return shimOf(f)->real()->pMethods->xUnlock(shimOf(f)->real(), level);
 }
-int CheckReservedLock(sqlite3_file *f, int *out)
+int shimCheckReservedLock(sqlite3_file *f, int *out)
 {
-    return Shim(f)->real()->pMethods->xCheckReservedLock(Shim(f)->real(), out);
+    return shimOf(f)->real()->pMethods->xCheckReservedLock(shimOf(f)->real(), out);
 }
-int FileControl(sqlite3_file *f, int op, void *arg)
+int shimFileControl(sqlite3_file *f, int op, void *arg)
 {
-    return Shim(f)->real()->pMethods->xFileControl(Shim(f)->real(), op, arg);
+    return shimOf(f)->real()->pMethods->xFileControl(shimOf(f)->real(), op, arg);
 }
-int SectorSize(sqlite3_file *f)
+int shimSectorSize(sqlite3_file *f)
 {
-    return Shim(f)->real()->pMethods->xSectorSize(Shim(f)->real());
+    return shimOf(f)->real()->pMethods->xSectorSize(shimOf(f)->real());
 }
-int DeviceCharacteristics(sqlite3_file *f)
+int shimDeviceCharacteristics(sqlite3_file *f)
 {
-    return Shim(f)->real()->pMethods->xDeviceCharacteristics(Shim(f)->real());
+    return shimOf(f)->real()->pMethods->xDeviceCharacteristics(shimOf(f)->real());
 }
-int ShmMap(sqlite3_file *f, int region, int size, int extend, void volatile **out)
+int shimShmMap(sqlite3_file *f, int region, int size, int extend, void volatile **out)
 {
-    return Shim(f)->real()->pMethods->xShmMap(Shim(f)->real(), region, size, extend, out);
+    return shimOf(f)->real()->pMethods->xShmMap(shimOf(f)->real(), region, size, extend, out);
 }
-int ShmLock(sqlite3_file *f, int offset, int n, int flags)
+int shimShmLock(sqlite3_file *f, int offset, int n, int flags)
 {
-    return Shim(f)->real()->pMethods->xShmLock(Shim(f)->real(), offset, n, flags);
+    return shimOf(f)->real()->pMethods->xShmLock(shimOf(f)->real(), offset, n, flags);
 }
-void ShmBarrier(sqlite3_file *f)
+void shimShmBarrier(sqlite3_file *f)
 {
-    Shim(f)->real()->pMethods->xShmBarrier(Shim(f)->real());
+    shimOf(f)->real()->pMethods->xShmBarrier(shimOf(f)->real());
 }
-int ShmUnmap(sqlite3_file *f, int deleteFlag)
+int shimShmUnmap(sqlite3_file *f, int deleteFlag)
 {
-    return Shim(f)->real()->pMethods->xShmUnmap(Shim(f)->real(), deleteFlag);
+    return shimOf(f)->real()->pMethods->xShmUnmap(shimOf(f)->real(), deleteFlag);
 }
-int Fetch(sqlite3_file *f, sqlite3_int64 offset, int amount, void **out)
+int shimFetch(sqlite3_file *f, sqlite3_int64 offset, int amount, void **out)
 {
-    return Shim(f)->real()->pMethods->xFetch(Shim(f)->real(), offset, amount, out);
+    return shimOf(f)->real()->pMethods->xFetch(shimOf(f)->real(), offset, amount, out);
 }
-int Unfetch(sqlite3_file *f, sqlite3_int64 offset, void *page)
+int shimUnfetch(sqlite3_file *f, sqlite3_int64 offset, void *page)
 {
-    return Shim(f)->real()->pMethods->xUnfetch(Shim(f)->real(), offset, page);
+    return shimOf(f)->real()->pMethods->xUnfetch(shimOf(f)->real(), offset, page);
 }
 
 const sqlite3_io_methods Methods = {
     3,
-    Close,
-    Read,
-    Write,
-    Truncate,
-    Sync,
-    FileSize,
-    Lock,
-    Unlock,
-    CheckReservedLock,
-    FileControl,
-    SectorSize,
-    DeviceCharacteristics,
-    ShmMap,
-    ShmLock,
-    ShmBarrier,
-    ShmUnmap,
-    Fetch,
-    Unfetch,
+    shimClose,
+    shimRead,
+    shimWrite,
+    shimTruncate,
+    shimSync,
+    shimFileSize,
+    shimLock,
+    shimUnlock,
+    shimCheckReservedLock,
+    shimFileControl,
+    shimSectorSize,
+    shimDeviceCharacteristics,
+    shimShmMap,
+    shimShmLock,
+    shimShmBarrier,
+    shimShmUnmap,
+    shimFetch,
+    shimUnfetch,
 };
 
-int Open(sqlite3_vfs *, sqlite3_filename name, sqlite3_file *file, int flags, int *outFlags)
+int shimOpen(sqlite3_vfs *, sqlite3_filename name, sqlite3_file *file, int flags, int *outFlags)
 {
-    ShimFile *shim = Shim(file);
+    ShimFile *shim = shimOf(file);
     shim->base.pMethods = nullptr;
     const int result = g_real->xOpen(g_real, name, shim->real(), flags, outFlags);
     if (result == SQLITE_OK)
@@ -128,35 +128,35 @@ int Open(sqlite3_vfs *, sqlite3_filename name, sqlite3_file *file, int flags, in
     return result;
 }
 
-int Delete(sqlite3_vfs *, const char *name, int syncDir)
+int shimDelete(sqlite3_vfs *, const char *name, int syncDir)
 {
     return g_real->xDelete(g_real, name, syncDir);
 }
-int Access(sqlite3_vfs *, const char *name, int flags, int *out)
+int shimAccess(sqlite3_vfs *, const char *name, int flags, int *out)
 {
     return g_real->xAccess(g_real, name, flags, out);
 }
-int FullPathname(sqlite3_vfs *, const char *name, int size, char *out)
+int shimFullPathname(sqlite3_vfs *, const char *name, int size, char *out)
 {
     return g_real->xFullPathname(g_real, name, size, out);
 }
-int Randomness(sqlite3_vfs *, int size, char *out)
+int shimRandomness(sqlite3_vfs *, int size, char *out)
 {
     return g_real->xRandomness(g_real, size, out);
 }
-int SleepFor(sqlite3_vfs *, int microseconds)
+int shimSleep(sqlite3_vfs *, int microseconds)
 {
     return g_real->xSleep(g_real, microseconds);
 }
-int CurrentTime(sqlite3_vfs *, double *out)
+int shimCurrentTime(sqlite3_vfs *, double *out)
 {
     return g_real->xCurrentTime(g_real, out);
 }
-int LastError(sqlite3_vfs *, int size, char *out)
+int shimLastError(sqlite3_vfs *, int size, char *out)
 {
     return g_real->xGetLastError(g_real, size, out);
 }
-int CurrentTimeInt64(sqlite3_vfs *, sqlite3_int64 *out)
+int shimCurrentTimeInt64(sqlite3_vfs *, sqlite3_int64 *out)
 {
     return g_real->xCurrentTimeInt64(g_real, out);
 }
@@ -175,15 +175,15 @@ FaultyVfs::FaultyVfs()
     g_vfs.szOsFile = static_cast<int>(sizeof(ShimFile)) + g_real->szOsFile;
     g_vfs.mxPathname = g_real->mxPathname;
     g_vfs.zName = "tavrino-faulty";
-    g_vfs.xOpen = Open;
-    g_vfs.xDelete = Delete;
-    g_vfs.xAccess = Access;
-    g_vfs.xFullPathname = FullPathname;
-    g_vfs.xRandomness = Randomness;
-    g_vfs.xSleep = SleepFor;
-    g_vfs.xCurrentTime = CurrentTime;
-    g_vfs.xGetLastError = LastError;
-    g_vfs.xCurrentTimeInt64 = CurrentTimeInt64;
+    g_vfs.xOpen = shimOpen;
+    g_vfs.xDelete = shimDelete;
+    g_vfs.xAccess = shimAccess;
+    g_vfs.xFullPathname = shimFullPathname;
+    g_vfs.xRandomness = shimRandomness;
+    g_vfs.xSleep = shimSleep;
+    g_vfs.xCurrentTime = shimCurrentTime;
+    g_vfs.xGetLastError = shimLastError;
+    g_vfs.xCurrentTimeInt64 = shimCurrentTimeInt64;
     sqlite3_vfs_register(&g_vfs, 1);
 }
 

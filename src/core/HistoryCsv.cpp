@@ -35,7 +35,7 @@ enum Column {
     FirstSlot,
 };
 
-std::unordered_map<std::int64_t, std::string> Names(SqliteDatabase &db, const char *table)
+std::unordered_map<std::int64_t, std::string> namesById(SqliteDatabase &db, const char *table)
 {
     std::unordered_map<std::int64_t, std::string> names;
     SqliteStatement rows = db.prepare(std::string("SELECT id, name FROM ") + table);
@@ -45,19 +45,19 @@ std::unordered_map<std::int64_t, std::string> Names(SqliteDatabase &db, const ch
 }
 
 // Tenths of a second, rounded: what a teacher reads, and finer than a child answers.
-std::string Seconds(std::int64_t milliseconds)
+std::string secondsText(std::int64_t milliseconds)
 {
     const std::int64_t tenths = (std::max<std::int64_t>(milliseconds, 0) + 50) / 100;
     return std::to_string(tenths / 10) + '.' + char('0' + tenths % 10);
 }
 
-std::string LevelName(std::int64_t level)
+std::string levelName(std::int64_t level)
 {
     return level == 0 ? std::string("K") : std::to_string(level);
 }
 
 // "7 x _ = 56"
-void ArithmeticQuestion(const SqliteStatement &row, std::string &text)
+void arithmeticQuestionText(const SqliteStatement &row, std::string &text)
 {
     const std::array<std::int64_t, 3> boxes = {row.integer(Number1), row.integer(Number2),
                                                row.integer(Result)};
@@ -75,7 +75,7 @@ void ArithmeticQuestion(const SqliteStatement &row, std::string &text)
     text += box(2);
 }
 
-void WriteHeader(CsvWriter &csv)
+void writeHeader(CsvWriter &csv)
 {
     csv.writeByteOrderMark();
     for (const char *title : {"Student", "Started", "Subject", "Level", "Question", "Answer",
@@ -84,10 +84,10 @@ void WriteHeader(CsvWriter &csv)
     csv.endRow();
 }
 
-void WriteRows(SqliteDatabase &db, CsvWriter &csv)
+void writeRows(SqliteDatabase &db, CsvWriter &csv)
 {
-    const auto students = Names(db, "student");
-    const auto subjects = Names(db, "subject");
+    const auto students = namesById(db, "student");
+    const auto subjects = namesById(db, "subject");
     SqliteStatement rows = db.prepare(
         "SELECT t.id, t.student_id, t.subject_id, t.level, t.started, t.practice, a.took_ms, "
         "a.correct, a.operation, a.number1, a.number2, a.result, a.blank, a.typed, a.shown, "
@@ -107,11 +107,11 @@ void WriteRows(SqliteDatabase &db, CsvWriter &csv)
             student = name(students, rows.integer(StudentId));
             subject = name(subjects, rows.integer(SubjectId));
             started = isoLocalTime(rows.integer(Started));
-            level = LevelName(rows.integer(Level));
+            level = levelName(rows.integer(Level));
             practice = rows.integer(Practice) ? "yes" : "no";
         }
         if (!rows.isNull(Operation)) {
-            ArithmeticQuestion(rows, question);
+            arithmeticQuestionText(rows, question);
             answer = rows.isInteger(Typed) ? std::to_string(rows.integer(Typed))
                                            : std::string(rows.text(Typed));
             const std::int64_t blank = rows.integer(Blank);
@@ -127,7 +127,7 @@ void WriteRows(SqliteDatabase &db, CsvWriter &csv)
         }
         csv.field(student).field(started).field(subject).field(level).field(question);
         csv.field(answer).field(right).field(rows.integer(Correct) ? "yes" : "no");
-        csv.field(Seconds(rows.integer(TookMs))).field(practice);
+        csv.field(secondsText(rows.integer(TookMs))).field(practice);
         csv.endRow();
     }
 }
@@ -137,8 +137,8 @@ void WriteRows(SqliteDatabase &db, CsvWriter &csv)
 void writeHistoryCsv(SqliteDatabase &db, std::ostream &out)
 {
     CsvWriter csv(out);
-    WriteHeader(csv);
-    WriteRows(db, csv);
+    writeHeader(csv);
+    writeRows(db, csv);
     csv.flush();
 }
 
@@ -149,7 +149,7 @@ std::optional<std::string> exportHistoryCsv(const fs::path &dataDir, std::ostrea
     std::error_code ec;
     if (!fs::exists(path, ec)) {
         CsvWriter csv(out);
-        WriteHeader(csv);
+        writeHeader(csv);
         return csv.flush() ? std::nullopt
                            : std::optional<std::string>("The CSV could not be written.");
     }
@@ -162,9 +162,9 @@ std::optional<std::string> exportHistoryCsv(const fs::path &dataDir, std::ostrea
                                 : SqliteDatabase::Access::Immutable;
         SqliteDatabase db(path, access);
         CsvWriter csv(out);
-        WriteHeader(csv);
+        writeHeader(csv);
         if (db.pragmaInteger("user_version") > 0)
-            WriteRows(db, csv);
+            writeRows(db, csv);
         if (!csv.flush())
             return "The CSV could not be written.";
     } catch (const SqliteError &error) {

@@ -14,7 +14,7 @@ const std::string Header = "\xEF\xBB\xBF"
                            "Student,Started,Subject,Level,Question,Answer,Right answer,Correct,"
                            "Seconds,Practice\r\n";
 
-std::vector<std::string> Entries(const fs::path &folder)
+std::vector<std::string> entriesOf(const fs::path &folder)
 {
     std::vector<std::string> names;
     for (const auto &entry : fs::directory_iterator(folder))
@@ -76,18 +76,18 @@ TEST_F(HistoryCsv, TheCommandLineExportReadsWithoutWritingIntoTheFolder)
     std::ostringstream empty;
     EXPECT_EQ(exportHistoryCsv(folder(), empty), std::nullopt);
     EXPECT_EQ(empty.str(), Header);
-    EXPECT_TRUE(Entries(folder()).empty());
+    EXPECT_TRUE(entriesOf(folder()).empty());
 
     open();
     takeTest(0, 0, 0, {true, true});
     history.reset();
-    const std::vector<std::string> closed = Entries(folder());
+    const std::vector<std::string> closed = entriesOf(folder());
     EXPECT_EQ(closed, std::vector<std::string>{"Tavrino_History.db"});
     std::ostringstream out;
     EXPECT_EQ(exportHistoryCsv(folder(), out), std::nullopt);
     const std::string text = out.str();
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 3);
-    EXPECT_EQ(Entries(folder()), closed);
+    EXPECT_EQ(entriesOf(folder()), closed);
 
     std::ofstream(file(), std::ios::binary | std::ios::trunc) << "garbage, not a database";
     std::ostringstream refused;
@@ -96,5 +96,5 @@ TEST_F(HistoryCsv, TheCommandLineExportReadsWithoutWritingIntoTheFolder)
     EXPECT_EQ(message->find('\n'), std::string::npos);
     EXPECT_NE(message->find("Tavrino_History.db\" could not be read"), std::string::npos)
         << *message;
-    EXPECT_EQ(Entries(folder()), closed);
+    EXPECT_EQ(entriesOf(folder()), closed);
 }

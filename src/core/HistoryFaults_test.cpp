@@ -15,20 +15,20 @@ namespace {
 
 using HistoryFaults = HistoryTest;
 
-std::string Bytes(const fs::path &path)
+std::string bytesOf(const fs::path &path)
 {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-void Overwrite(const fs::path &path, std::streamoff offset, const std::string &bytes)
+void overwrite(const fs::path &path, std::streamoff offset, const std::string &bytes)
 {
     std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
     file.seekp(offset);
     file.write(bytes.data(), std::streamsize(bytes.size()));
 }
 
-std::vector<std::string> Entries(const fs::path &folder)
+std::vector<std::string> entriesOf(const fs::path &folder)
 {
     std::vector<std::string> names;
     for (const auto &entry : fs::directory_iterator(folder))
@@ -39,7 +39,7 @@ std::vector<std::string> Entries(const fs::path &folder)
 
 // Runs work as a user the folder's permissions apply to: as is, or, for root
 // (whom they do not stop), in a child process that became "nobody".
-std::string RunUnprivileged(const std::function<std::string()> &work)
+std::string runUnprivileged(const std::function<std::string()> &work)
 {
     if (::geteuid() != 0)
         return work();
@@ -83,7 +83,7 @@ TEST_F(HistoryFaults, ADamagedFileIsKeptAsideAndANewHistoryStarted)
         << *message;
     EXPECT_NE(message->find("Tavrino_History.damaged.2.db"), std::string::npos) << *message;
     EXPECT_EQ(history->takeMessage(), std::nullopt);
-    EXPECT_EQ(Bytes(folder() / "Tavrino_History.damaged.2.db"), note);
+    EXPECT_EQ(bytesOf(folder() / "Tavrino_History.damaged.2.db"), note);
     takeTest(0, 0, 0, {true});
     EXPECT_EQ(csvRows().size(), 1u);
 
@@ -98,7 +98,7 @@ TEST_F(HistoryFaults, ADamagedFileIsKeptAsideAndANewHistoryStarted)
         ASSERT_TRUE(page.step());
         answerPage = page.integer(0);
     }
-    Overwrite(file(), (answerPage - 1) * 4096, std::string(4096, '\xFF'));
+    overwrite(file(), (answerPage - 1) * 4096, std::string(4096, '\xFF'));
     open();
     EXPECT_EQ(history->takeMessage(), std::nullopt);
     history->recorder().beginTest({1, 0, 0, 30, false});
@@ -109,7 +109,7 @@ TEST_F(HistoryFaults, ADamagedFileIsKeptAsideAndANewHistoryStarted)
     EXPECT_TRUE(history->isOn());
     history->recorder().recordArithmetic({1, 2, 3, 0, 2, "3", true});
     takeTest(2, 0, 0, {true, false});
-    EXPECT_EQ(Takers(csvRows()), std::vector<std::string>{"Cy"});
+    EXPECT_EQ(takers(csvRows()), std::vector<std::string>{"Cy"});
     EXPECT_EQ(history->takeMessage(), std::nullopt);
 }
 
@@ -121,11 +121,11 @@ TEST_F(HistoryFaults, AReadOnlyFolderTurnsTheHistoryOff)
             takeTest(0, 0, 0, {true});
             history.reset();
         }
-        const std::vector<std::string> before = Entries(folder());
+        const std::vector<std::string> before = entriesOf(folder());
         fs::permissions(folder(), fs::perms::owner_read | fs::perms::owner_exec |
                                       fs::perms::group_read | fs::perms::group_exec |
                                       fs::perms::others_read | fs::perms::others_exec);
-        const std::string outcome = RunUnprivileged([&] {
+        const std::string outcome = runUnprivileged([&] {
             open();
             takeTest(1, 0, 0, {true, false});
             std::string result = history->isOn() ? "on" : "off";
@@ -139,7 +139,7 @@ TEST_F(HistoryFaults, AReadOnlyFolderTurnsTheHistoryOff)
         EXPECT_NE(outcome.find("Tests go on and scores are still saved"), std::string::npos)
             << outcome;
         EXPECT_EQ(outcome.substr(outcome.size() - 5), "|once") << outcome;
-        EXPECT_EQ(Entries(folder()), before) << "file before: " << fileBefore;
+        EXPECT_EQ(entriesOf(folder()), before) << "file before: " << fileBefore;
     }
     EXPECT_EQ(csvRows().size(), 1u);
 }
@@ -178,13 +178,13 @@ TEST_F(HistoryFaults, AFileFromANewerVersionIsLeftAlone)
         upgradeHistorySchema(db);
         db.execute("PRAGMA user_version = 99");
     }
-    const std::string bytes = Bytes(file());
+    const std::string bytes = bytesOf(file());
     open();
     takeTest(0, 0, 0, {true});
     EXPECT_FALSE(history->isOn());
     EXPECT_NE(history->takeMessage().value_or("").find("newer version"), std::string::npos);
     history.reset();
-    EXPECT_TRUE(Bytes(file()) == bytes);
+    EXPECT_TRUE(bytesOf(file()) == bytes);
 }
 
 TEST_F(HistoryFaults, VersionOneIsUpgradedWithEveryAnswerKept)
@@ -239,7 +239,7 @@ TEST_F(HistoryFaults, ARestoredCopyReplacesTheHistoryOnly)
     takeTest(1, 0, 1, {true, true});
 
     EXPECT_EQ(history->restoreFrom(copy), std::nullopt);
-    EXPECT_EQ(Takers(csvRows()), std::vector<std::string>{"Ann"});
+    EXPECT_EQ(takers(csvRows()), std::vector<std::string>{"Ann"});
     takeTest(1, 0, 1, {false});
     EXPECT_EQ(history->queries().tests(1, 0, 1).at(0).score, -1);
 
@@ -247,6 +247,6 @@ TEST_F(HistoryFaults, ARestoredCopyReplacesTheHistoryOnly)
     const std::optional<std::string> refused = history->restoreFrom(folder() / "bad.db");
     ASSERT_TRUE(refused);
     EXPECT_NE(refused->find("was not restored"), std::string::npos) << *refused;
-    EXPECT_EQ(Takers(csvRows()), (std::vector<std::string>{"Ann", "Bob"}));
+    EXPECT_EQ(takers(csvRows()), (std::vector<std::string>{"Ann", "Bob"}));
     EXPECT_TRUE(history->isOn());
 }

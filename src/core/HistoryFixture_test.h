@@ -20,7 +20,7 @@ inline const std::vector<std::string> BuiltInSubjects = {"Arithmetic", "Spelling
                                                          "History",    "Music",    "Science"};
 
 // A field of a CSV row without quoted fields: 0 Student, 2 Subject.
-inline std::string Field(const std::string &row, int index)
+inline std::string csvField(const std::string &row, int index)
 {
     std::size_t begin = 0;
     for (int i = 0; i < index; ++i)
@@ -29,12 +29,12 @@ inline std::string Field(const std::string &row, int index)
 }
 
 // Who took the tests in the CSV, in the order recorded.
-inline std::vector<std::string> Takers(const std::vector<std::string> &rows)
+inline std::vector<std::string> takers(const std::vector<std::string> &rows)
 {
     std::vector<std::string> names;
     for (const std::string &row : rows) {
-        if (names.empty() || names.back() != Field(row, 0))
-            names.push_back(Field(row, 0));
+        if (names.empty() || names.back() != csvField(row, 0))
+            names.push_back(csvField(row, 0));
     }
     return names;
 }

@@ -9,7 +9,7 @@ namespace {
 
 using HistoryIdentity = HistoryTest;
 
-bool FileHolds(const std::filesystem::path &path, const std::string &text)
+bool fileHolds(const std::filesystem::path &path, const std::string &text)
 {
     std::ifstream in(path, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
@@ -62,7 +62,7 @@ TEST_F(HistoryIdentity, HistoryFollowsAStudentThroughRenamesAndOthersComingAndGo
     EXPECT_EQ(queries.tests(0, 0, 2).at(0).score, 1);
     EXPECT_EQ(queries.tests(1, 0, 2).at(0).score, 2);
     EXPECT_EQ(queries.tests(2, 0, 2).at(0).score, -1);
-    EXPECT_EQ(Takers(csvRows()), (std::vector<std::string>{"Robert", "Cy", "Dee"}));
+    EXPECT_EQ(takers(csvRows()), (std::vector<std::string>{"Robert", "Cy", "Dee"}));
     EXPECT_TRUE(history->roster().unmatchedStudents().empty());
 }
 
@@ -76,17 +76,17 @@ TEST_F(HistoryIdentity, DeletingAStudentErasesOnlyThatHistoryOnceTheRosterIsSave
     takeTest(1, 1, 4, {true});
 
     history->roster().studentDeleted(0);
-    EXPECT_EQ(Takers(csvRows()), (std::vector<std::string>{"Annabel Quist", "Bob"}));
+    EXPECT_EQ(takers(csvRows()), (std::vector<std::string>{"Annabel Quist", "Bob"}));
     history->roster().rosterSaved({"Bob"});
-    EXPECT_EQ(Takers(csvRows()), (std::vector<std::string>{"Bob"}));
+    EXPECT_EQ(takers(csvRows()), (std::vector<std::string>{"Bob"}));
     EXPECT_EQ(history->queries().tests(0, 0, 4).size(), 1u);
     EXPECT_EQ(history->queries().facts(0).size(), 1u);
     EXPECT_TRUE(history->roster().unmatchedStudents().empty());
     // Nothing of hers is left in the file, nor in its log.
     for (const char *suffix : {"", "-wal"}) {
         const auto path = std::filesystem::path(file().string() + suffix);
-        EXPECT_FALSE(FileHolds(path, "Annabel Quist")) << path;
-        EXPECT_FALSE(FileHolds(path, "forty-four")) << path;
+        EXPECT_FALSE(fileHolds(path, "Annabel Quist")) << path;
+        EXPECT_FALSE(fileHolds(path, "forty-four")) << path;
     }
 }
 
@@ -116,7 +116,7 @@ TEST_F(HistoryIdentity, SubjectsKeepTheirHistoryThroughRenamesDeletesAndRevert)
     // The history of deleted subjects stays, under their last names.
     std::vector<std::string> subjectsInCsv;
     for (const std::string &row : csvRows())
-        subjectsInCsv.push_back(Field(row, 2));
+        subjectsInCsv.push_back(csvField(row, 2));
     EXPECT_EQ(subjectsInCsv,
               (std::vector<std::string>{"Zoology", "Drawing", "Drawing", "Zoology"}));
 }
@@ -147,9 +147,9 @@ TEST_F(HistoryIdentity, ARosterChangedOutsideIsMatchedByNameThenPosition)
     const std::vector<TestSummary> bobs = queries.tests(0, 0, 0);
     ASSERT_EQ(bobs.size(), 2u);
     EXPECT_EQ(std::tie(bobs[0].score, bobs[1].score), std::make_tuple(2, 4));
-    const std::vector<std::string> takers = Takers(csvRows());
-    EXPECT_EQ(std::count(takers.begin(), takers.end(), "Bob"), 2);
-    EXPECT_EQ(std::count(takers.begin(), takers.end(), "Eve"), 0);
+    const std::vector<std::string> names = takers(csvRows());
+    EXPECT_EQ(std::count(names.begin(), names.end(), "Bob"), 2);
+    EXPECT_EQ(std::count(names.begin(), names.end(), "Eve"), 0);
     // Bob's facts now hold Dee's answers too: 0 x 3 to 3 x 3 answered by both.
     const std::vector<ArithmeticFact> facts = queries.facts(0);
     ASSERT_EQ(facts.size(), 4u);

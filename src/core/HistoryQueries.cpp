@@ -15,7 +15,7 @@ namespace {
 constexpr int RanOut = 0;
 constexpr int Stopped = 1;
 
-TestEnding Ending(std::int64_t stored)
+TestEnding endingOf(std::int64_t stored)
 {
     return stored == RanOut    ? TestEnding::RanOut
            : stored == Stopped ? TestEnding::Stopped
@@ -24,7 +24,7 @@ TestEnding Ending(std::int64_t stored)
 
 // The rows of a query that counts (question id, asked, missed), with the
 // question's texts.
-std::vector<MissedQuestion> ReadMissed(SqliteStatement &rows)
+std::vector<MissedQuestion> readMissed(SqliteStatement &rows)
 {
     std::vector<MissedQuestion> missed;
     while (rows.step()) {
@@ -62,7 +62,7 @@ std::vector<TestSummary> HistoryQueries::tests(int student, int subject, int lev
             tests.push_back({rows.integer(0), static_cast<int>(rows.integer(1)),
                              static_cast<int>(rows.integer(2)), static_cast<int>(rows.integer(3)),
                              static_cast<int>(rows.integer(4)), static_cast<int>(rows.integer(5)),
-                             Ending(rows.integer(6)), rows.integer(7) != 0});
+                             endingOf(rows.integer(6)), rows.integer(7) != 0});
         }
     });
     return tests;
@@ -96,7 +96,7 @@ std::vector<MissedQuestion> HistoryQueries::missedQuestions(int student, int sub
             "JOIN choice_question q ON q.id = m.question_id WHERE m.missed > 0 "
             "ORDER BY m.missed DESC, m.asked, q.question LIMIT ?4");
         rows.bindAll(studentId, subjectId, level, limit);
-        missed = ReadMissed(rows);
+        missed = readMissed(rows);
     });
     return missed;
 }
@@ -119,7 +119,7 @@ std::vector<MissedQuestion> HistoryQueries::classMissedQuestions(int subject, in
             "JOIN choice_question q ON q.id = m.question_id WHERE m.missed > 0 "
             "ORDER BY m.missed DESC, m.asked, q.question LIMIT ?3");
         rows.bindAll(subjectId, level, limit);
-        missed = ReadMissed(rows);
+        missed = readMissed(rows);
     });
     return missed;
 }

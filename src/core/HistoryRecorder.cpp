@@ -18,7 +18,7 @@ constexpr int Interrupted = 2;
 
 // The text typed, or the integer it plainly writes ("56", "-3", not "056",
 // "+3" or " 3"), which takes less room and reads back as the same text.
-bool IsPlainInteger(std::string_view text)
+bool isPlainInteger(std::string_view text)
 {
     if (!text.empty() && text.front() == '-')
         text.remove_prefix(1);
@@ -121,7 +121,7 @@ void HistoryRecorder::recordArithmetic(const ArithmeticAnswer &answer)
             "number2, result, blank, typed) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
         insert.bindAll(m_testId, seq, timing.at, timing.took, answer.correct, answer.operation,
                        answer.number1, answer.number2, answer.result, answer.blank, answer.typed);
-        if (IsPlainInteger(answer.typed))
+        if (isPlainInteger(answer.typed))
             insert.bind(11, std::stoll(answer.typed));
         insert.run();
         const FactAnswer fact{

@@ -9,7 +9,7 @@ using HistoryRecording = HistoryTest;
 
 constexpr int Multiply = 2;
 
-std::vector<std::pair<bool, int>> RightAndMs(const ArithmeticFact &fact)
+std::vector<std::pair<bool, int>> rightAndMs(const ArithmeticFact &fact)
 {
     std::vector<std::pair<bool, int>> answers;
     for (const FactAnswer &answer : fact.recent)
@@ -51,12 +51,12 @@ TEST_F(HistoryRecording, AnArithmeticTestKeepsEachAnswerAsShownAndItsFacts)
     ASSERT_EQ(facts.size(), 2u);
     EXPECT_EQ(std::tie(facts[0].operation, facts[0].number1, facts[0].number2),
               std::make_tuple(Multiply, std::int64_t(7), std::int64_t(8)));
-    EXPECT_EQ(RightAndMs(facts[0]),
+    EXPECT_EQ(rightAndMs(facts[0]),
               (std::vector<std::pair<bool, int>>{
                   {false, 2500}, {true, 2250}, {true, 2000}, {true, 1500}, {false, 1250}}));
     EXPECT_EQ(facts[0].recent[0].level, 3);
     EXPECT_EQ(facts[1].number1, 8);
-    EXPECT_EQ(RightAndMs(facts[1]), (std::vector<std::pair<bool, int>>{{true, 1750}}));
+    EXPECT_EQ(rightAndMs(facts[1]), (std::vector<std::pair<bool, int>>{{true, 1750}}));
 
     EXPECT_EQ(csvRows(), (std::vector<std::string>{
                              "Bob,2026-11-25T10:15:00,Arithmetic,3,7 x 8 = _,56,56,yes,1.0,no",

@@ -6,7 +6,7 @@
 
 namespace {
 
-void EraseStudentHistory(SqliteDatabase &db, std::int64_t studentId)
+void eraseStudentHistory(SqliteDatabase &db, std::int64_t studentId)
 {
     db.cached("DELETE FROM answer WHERE test_id IN (SELECT id FROM test WHERE student_id = ?)")
         .bindAll(studentId)
@@ -16,7 +16,7 @@ void EraseStudentHistory(SqliteDatabase &db, std::int64_t studentId)
     db.cached("DELETE FROM student WHERE id = ?").bindAll(studentId).run();
 }
 
-bool IsUnmatched(SqliteDatabase &db, std::int64_t key)
+bool isUnmatched(SqliteDatabase &db, std::int64_t key)
 {
     SqliteStatement &row = db.cached("SELECT position IS NULL FROM student WHERE id = ?");
     row.bindAll(key);
@@ -75,7 +75,7 @@ void HistoryRoster::rosterSaved(const std::vector<std::string> &names)
     const bool erased = !m_deleted.empty();
     const bool saved = m_store.write([&](SqliteDatabase &db) {
         for (const std::int64_t id : m_deleted)
-            EraseStudentHistory(db, id);
+            eraseStudentHistory(db, id);
         if (static_cast<int>(names.size()) != m_ids.size()) {
             // A change the screens did not report; the names decide.
             m_ids.match(db, names);
@@ -113,7 +113,7 @@ void HistoryRoster::giveUnmatched(std::int64_t key, int position)
 {
     followStore();
     m_store.write([&](SqliteDatabase &db) {
-        if (!IsUnmatched(db, key))
+        if (!isUnmatched(db, key))
             return;
         const std::int64_t student = m_ids.ensureIdAt(db, position);
         if (student == 0)
@@ -131,8 +131,8 @@ void HistoryRoster::deleteUnmatched(std::int64_t key)
 {
     followStore();
     const bool erased = m_store.write([&](SqliteDatabase &db) {
-        if (IsUnmatched(db, key))
-            EraseStudentHistory(db, key);
+        if (isUnmatched(db, key))
+            eraseStudentHistory(db, key);
     });
     if (erased)
         m_store.checkpoint();

@@ -13,7 +13,7 @@ namespace {
 // Sizes are kept small on purpose: a year of a class's tests is millions of
 // answers. Times of answers are offsets from their test's start, a multiple-choice
 // question is stored once and named by its id, and Arithmetic keeps integers.
-void CreateVersion1(SqliteDatabase &db)
+void createVersion1(SqliteDatabase &db)
 {
     db.execute(R"sql(
         -- The roster as last saved. position is NULL for history that matches
@@ -84,7 +84,7 @@ void CreateVersion1(SqliteDatabase &db)
     )sql");
 }
 
-void AddFluencyTables(SqliteDatabase &db)
+void addFluencyTables(SqliteDatabase &db)
 {
     db.execute(R"sql(
         -- The latest answers to each fact (RecentFacts.cpp), so that a student's
@@ -105,7 +105,7 @@ void AddFluencyTables(SqliteDatabase &db)
 
 using Step = void (*)(SqliteDatabase &);
 // Step i brings version i to version i + 1.
-constexpr std::array<Step, HistorySchemaVersion> Steps = {CreateVersion1, AddFluencyTables};
+constexpr std::array<Step, HistorySchemaVersion> Steps = {createVersion1, addFluencyTables};
 
 } // namespace
 

@@ -18,19 +18,19 @@ namespace {
 // default: about 4 MB.
 constexpr int CheckpointPages = 1000;
 
-std::string Quoted(const fs::path &path)
+std::string quoted(const fs::path &path)
 {
     return "\"" + path.string() + "\"";
 }
 
-fs::path Beside(const fs::path &file, const std::string &suffix)
+fs::path beside(const fs::path &file, const std::string &suffix)
 {
     return fs::path(file.string() + suffix);
 }
 
 // A file SQLite would take for a database starts with these 16 bytes. An empty
 // file is a database not yet written.
-std::optional<std::string> HeaderProblem(const fs::path &path)
+std::optional<std::string> headerProblem(const fs::path &path)
 {
     std::ifstream in(path, std::ios::binary);
     if (!in)
@@ -45,7 +45,7 @@ std::optional<std::string> HeaderProblem(const fs::path &path)
     return std::nullopt;
 }
 
-fs::path FreeDamagedCopyPath(const fs::path &dataDir)
+fs::path freeDamagedCopyPath(const fs::path &dataDir)
 {
     std::error_code ec;
     fs::path candidate = dataDir / "Tavrino_History.damaged.db";
@@ -54,7 +54,7 @@ fs::path FreeDamagedCopyPath(const fs::path &dataDir)
     return candidate;
 }
 
-std::string Cause(const SqliteError &error)
+std::string causeOf(const SqliteError &error)
 {
     switch (error.code() & 0xFF) {
     case SQLITE_FULL:
@@ -77,7 +77,7 @@ std::string Cause(const SqliteError &error)
 
 // Tests left running by a program that ended mid-test are closed as interrupted,
 // with the rights and wrongs their answers show.
-void CloseRunningTests(SqliteDatabase &db)
+void closeRunningTests(SqliteDatabase &db)
 {
     db.execute(R"sql(
         UPDATE test SET
@@ -89,7 +89,7 @@ void CloseRunningTests(SqliteDatabase &db)
     )sql");
 }
 
-void CopyDatabase(SqliteDatabase &from, SqliteDatabase &to)
+void copyDatabase(SqliteDatabase &from, SqliteDatabase &to)
 {
     sqlite3_backup *backup = sqlite3_backup_init(to.handle(), "main", from.handle(), "main");
     if (!backup) {
@@ -103,7 +103,7 @@ void CopyDatabase(SqliteDatabase &from, SqliteDatabase &to)
 }
 
 // Makes a rename inside the directory survive a power cut.
-void SyncDirectory(const fs::path &dir)
+void syncDirectory(const fs::path &dir)
 {
     const UniqueFd fd(::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (fd.valid())
@@ -136,7 +136,7 @@ std::optional<std::string> HistoryStore::takeMessage()
 
 void HistoryStore::open()
 {
-    if (const std::optional<std::string> problem = HeaderProblem(m_path)) {
+    if (const std::optional<std::string> problem = headerProblem(m_path)) {
         if (!setAside(*problem))
             return;
     }
@@ -163,7 +163,7 @@ void HistoryStore::connect()
         throw SqliteError(SQLITE_READONLY, "read-only");
     db->execute("PRAGMA busy_timeout = 2000");
     if (db->pragmaInteger("user_version") > HistorySchemaVersion) {
-        m_messages.push_back("The history file " + Quoted(m_path) +
+        m_messages.push_back("The history file " + quoted(m_path) +
                              " was written by a newer version of Tavrino. Tests go on and "
                              "scores are still saved, but answers are not recorded by this "
                              "version.");
@@ -178,7 +178,7 @@ void HistoryStore::connect()
     // A deleted student's answers are overwritten in the file, not only unlinked.
     db->execute("PRAGMA secure_delete = ON");
     upgradeHistorySchema(*db);
-    CloseRunningTests(*db);
+    closeRunningTests(*db);
     // Copying the log into the file is done here rather than by SQLite, so that
     // it can wait for the end of a test.
     sqlite3_wal_hook(db->handle(), &HistoryStore::onCommit, this);
@@ -209,11 +209,11 @@ bool HistoryStore::setAside(const std::string &reason)
 {
     m_db.reset();
     m_inBatch = false;
-    const fs::path copy = FreeDamagedCopyPath(m_dataDir);
+    const fs::path copy = freeDamagedCopyPath(m_dataDir);
     std::error_code ec;
     fs::rename(m_path, copy, ec);
     if (ec) {
-        m_messages.push_back("The history file " + Quoted(m_path) + " is damaged (" + reason +
+        m_messages.push_back("The history file " + quoted(m_path) + " is damaged (" + reason +
                              ") and could not be moved aside (" + ec.message() +
                              "). Tests go on and scores are still saved, but answers are not "
                              "recorded until Tavrino is started again.");
@@ -222,11 +222,11 @@ bool HistoryStore::setAside(const std::string &reason)
     // The log beside a damaged file belongs to it; left here, it would be read
     // into the new database.
     std::error_code ignored;
-    if (fs::exists(Beside(m_path, "-wal"), ignored))
-        fs::rename(Beside(m_path, "-wal"), Beside(copy, "-wal"), ignored);
-    fs::remove(Beside(m_path, "-shm"), ignored);
-    m_messages.push_back("The history file " + Quoted(m_path) + " is damaged (" + reason +
-                         ") and was moved to " + Quoted(copy) +
+    if (fs::exists(beside(m_path, "-wal"), ignored))
+        fs::rename(beside(m_path, "-wal"), beside(copy, "-wal"), ignored);
+    fs::remove(beside(m_path, "-shm"), ignored);
+    m_messages.push_back("The history file " + quoted(m_path) + " is damaged (" + reason +
+                         ") and was moved to " + quoted(copy) +
                          ". A new, empty history was started; tests and scores are not "
                          "affected.");
     return true;
@@ -236,8 +236,8 @@ void HistoryStore::turnOff(const SqliteError &error)
 {
     m_db.reset();
     m_inBatch = false;
-    m_messages.push_back("The history of answers could not be written to " + Quoted(m_path) + ": " +
-                         Cause(error) +
+    m_messages.push_back("The history of answers could not be written to " + quoted(m_path) + ": " +
+                         causeOf(error) +
                          ". Tests go on and scores are still saved, but answers are not "
                          "recorded until Tavrino is started again.");
 }
@@ -312,24 +312,24 @@ std::optional<std::string> HistoryStore::backUpTo(const fs::path &file)
 {
     if (!m_db)
         return "The history is turned off, so there is nothing to copy.";
-    const fs::path partial = Beside(file, ".partial");
+    const fs::path partial = beside(file, ".partial");
     std::error_code ec;
     fs::remove(partial, ec);
     try {
         {
             SqliteDatabase copy(partial, SqliteDatabase::Access::ReadWrite);
-            CopyDatabase(*m_db, copy);
+            copyDatabase(*m_db, copy);
             // The copy is a single file, without a log beside it.
             copy.execute("PRAGMA journal_mode = DELETE");
         }
         fs::rename(partial, file, ec);
         if (ec)
             throw SqliteError(SQLITE_CANTOPEN, ec.message());
-        SyncDirectory(file.parent_path().empty() ? fs::path(".") : file.parent_path());
+        syncDirectory(file.parent_path().empty() ? fs::path(".") : file.parent_path());
         return std::nullopt;
     } catch (const SqliteError &error) {
         fs::remove(partial, ec);
-        return "The history could not be copied to " + Quoted(file) + ": " + Cause(error) + ".";
+        return "The history could not be copied to " + quoted(file) + ": " + causeOf(error) + ".";
     }
 }
 
@@ -351,16 +351,16 @@ std::optional<std::string> HistoryStore::restoreFrom(const fs::path &file)
         if (version < 1 || version > HistorySchemaVersion)
             throw SqliteError(SQLITE_NOTADB, "it is not a copy of a history this version reads");
     } catch (const SqliteError &error) {
-        return "The history was not restored from " + Quoted(file) + ": " +
-               (error.isDamage() ? std::string(error.what()) : Cause(error)) + ".";
+        return "The history was not restored from " + quoted(file) + ": " +
+               (error.isDamage() ? std::string(error.what()) : causeOf(error)) + ".";
     }
     const bool restored = guarded([&](SqliteDatabase &db) {
-        CopyDatabase(*copy, db);
+        copyDatabase(*copy, db);
         ++m_generation;
         upgradeHistorySchema(db);
-        CloseRunningTests(db);
+        closeRunningTests(db);
     });
     if (!restored)
-        return "The history could not be restored from " + Quoted(file) + ".";
+        return "The history could not be restored from " + quoted(file) + ".";
     return std::nullopt;
 }

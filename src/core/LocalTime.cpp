@@ -9,7 +9,7 @@ constexpr std::int64_t SecondsPerDay = 86400;
 // Days from 1970-01-01 to a date of the proleptic Gregorian calendar, counted in
 // 400-year eras that begin on 1 March so that the leap day ends each era's year
 // (H. Hinnant's days_from_civil).
-std::int64_t DaysFromCivil(std::int64_t year, unsigned month, unsigned day)
+std::int64_t daysFromCivil(std::int64_t year, unsigned month, unsigned day)
 {
     year -= month <= 2;
     const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
@@ -23,7 +23,7 @@ std::int64_t DaysFromCivil(std::int64_t year, unsigned month, unsigned day)
 
 LocalSeconds toLocalSeconds(const CivilTime &time)
 {
-    const std::int64_t days = DaysFromCivil(time.year, static_cast<unsigned>(time.month),
+    const std::int64_t days = daysFromCivil(time.year, static_cast<unsigned>(time.month),
                                             static_cast<unsigned>(time.day));
     return days * SecondsPerDay + time.hour * 3600 + time.minute * 60 + time.second;
 }

@@ -7,7 +7,7 @@ namespace {
 
 // Blanks around a name and the case of its ASCII letters are what a name typed
 // again most often differs by; letters beyond ASCII are compared as they are.
-std::string Loose(const std::string &name)
+std::string loose(const std::string &name)
 {
     const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
     std::size_t begin = 0;
@@ -24,7 +24,7 @@ std::string Loose(const std::string &name)
     return folded;
 }
 
-void MatchByKey(const std::vector<KnownName> &known, const std::vector<std::string> &names,
+void matchByKey(const std::vector<KnownName> &known, const std::vector<std::string> &names,
                 const std::function<std::string(const std::string &)> &key, std::vector<int> &match,
                 std::vector<bool> &taken)
 {
@@ -62,9 +62,9 @@ std::vector<int> matchNames(const std::vector<KnownName> &known,
 {
     std::vector<int> match(names.size(), -1);
     std::vector<bool> taken(known.size(), false);
-    MatchByKey(
+    matchByKey(
         known, names, [](const std::string &name) { return name; }, match, taken);
-    MatchByKey(known, names, Loose, match, taken);
+    matchByKey(known, names, loose, match, taken);
 
     std::unordered_map<int, int> byPosition;
     for (std::size_t k = 0; k < known.size(); ++k) {

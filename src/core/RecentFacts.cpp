@@ -17,7 +17,7 @@ constexpr std::size_t EntryBytes = 6;
 constexpr unsigned RightFlag = 1;
 constexpr unsigned PracticeFlag = 2;
 
-std::string Encode(const std::vector<FactAnswer> &answers)
+std::string encodeAnswers(const std::vector<FactAnswer> &answers)
 {
     std::string bytes;
     bytes.reserve(answers.size() * EntryBytes);
@@ -32,7 +32,7 @@ std::string Encode(const std::vector<FactAnswer> &answers)
     return bytes;
 }
 
-std::vector<FactAnswer> Decode(std::string_view bytes)
+std::vector<FactAnswer> decodeAnswers(std::string_view bytes)
 {
     std::vector<FactAnswer> answers;
     for (std::size_t at = 0; at + EntryBytes <= bytes.size(); at += EntryBytes) {
@@ -51,10 +51,10 @@ std::vector<FactAnswer> Decode(std::string_view bytes)
     return answers;
 }
 
-void Write(SqliteDatabase &db, std::int64_t studentId, const ArithmeticFact &fact,
-           const std::vector<FactAnswer> &answers)
+void writeFact(SqliteDatabase &db, std::int64_t studentId, const ArithmeticFact &fact,
+               const std::vector<FactAnswer> &answers)
 {
-    const std::string bytes = Encode(answers);
+    const std::string bytes = encodeAnswers(answers);
     SqliteStatement &insert = db.cached(
         "INSERT OR REPLACE INTO fact_recent (student_id, operation, number1, number2, answers) "
         "VALUES (?, ?, ?, ?, ?)");
@@ -74,12 +74,12 @@ void addRecentFactAnswer(SqliteDatabase &db, std::int64_t studentId, const Arith
     select.bindAll(studentId, fact.operation, fact.number1, fact.number2);
     std::vector<FactAnswer> answers;
     if (select.step())
-        answers = Decode(select.blob(0));
+        answers = decodeAnswers(select.blob(0));
     select.reset();
     answers.insert(answers.begin(), answer);
     if (answers.size() > std::size_t(RecentAnswersPerFact))
         answers.resize(std::size_t(RecentAnswersPerFact));
-    Write(db, studentId, fact, answers);
+    writeFact(db, studentId, fact, answers);
 }
 
 void rebuildRecentFacts(SqliteDatabase &db, std::int64_t studentId)
@@ -103,7 +103,7 @@ void rebuildRecentFacts(SqliteDatabase &db, std::int64_t studentId)
     db.cached("DELETE FROM fact_recent WHERE student_id = ?").bindAll(studentId).run();
     for (const auto &[key, recent] : facts) {
         const auto &[operation, number1, number2] = key;
-        Write(db, studentId, {operation, number1, number2, {}}, recent);
+        writeFact(db, studentId, {operation, number1, number2, {}}, recent);
     }
 }
 
@@ -123,7 +123,7 @@ std::vector<ArithmeticFact> readRecentFacts(SqliteDatabase &db, std::int64_t stu
     select.bindAll(studentId);
     while (select.step()) {
         facts.push_back({static_cast<int>(select.integer(0)), select.integer(1), select.integer(2),
-                         Decode(select.blob(3))});
+                         decodeAnswers(select.blob(3))});
     }
     return facts;
 }

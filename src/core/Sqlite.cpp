@@ -6,7 +6,7 @@
 
 namespace {
 
-std::string Describe(sqlite3 *db, int code)
+std::string describe(sqlite3 *db, int code)
 {
     if (db && sqlite3_errcode(db) == code)
         return sqlite3_errmsg(db);
@@ -14,7 +14,7 @@ std::string Describe(sqlite3 *db, int code)
 }
 
 // Escapes a path for a "file:" URI, which takes '%', '?' and '#' as its own.
-std::string FileUri(const std::filesystem::path &path)
+std::string fileUri(const std::filesystem::path &path)
 {
     std::string uri = "file:";
     for (const char c : path.string()) {
@@ -72,7 +72,7 @@ SqliteStatement &SqliteStatement::operator=(SqliteStatement &&other) noexcept
 void SqliteStatement::check(int result) const
 {
     if (result != SQLITE_OK)
-        throw SqliteError(result, Describe(m_db, result));
+        throw SqliteError(result, describe(m_db, result));
 }
 
 void SqliteStatement::bindNull(int index)
@@ -161,7 +161,7 @@ std::string_view SqliteStatement::blob(int column) const
 SqliteDatabase::SqliteDatabase(const std::filesystem::path &path, Access access)
 {
     int flags = SQLITE_OPEN_URI;
-    std::string name = FileUri(path);
+    std::string name = fileUri(path);
     switch (access) {
     case Access::ReadWrite:
         flags |= SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
@@ -177,7 +177,7 @@ SqliteDatabase::SqliteDatabase(const std::filesystem::path &path, Access access)
     const int result = sqlite3_open_v2(name.c_str(), &m_db, flags, nullptr);
     if (result != SQLITE_OK) {
         const SqliteError error(m_db ? sqlite3_extended_errcode(m_db) : result,
-                                Describe(m_db, result));
+                                describe(m_db, result));
         sqlite3_close_v2(m_db);
         throw error;
     }
