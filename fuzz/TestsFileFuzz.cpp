@@ -32,7 +32,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     std::string saved;
     require(!encodeTestsFile(bank, path, saved), "a loaded bank can be saved");
-    require(saved.size() == size, "a loaded bank saves to as many bytes as it was read from");
+    require(saved.size() <= size,
+            "a loaded bank saves to no more bytes than it was read from (the ones after the data "
+            "are not kept)");
     // Every field of a bank is written and decoded texts encode back exactly, so
     // equal bytes after a second round mean an equal bank.
     TestBank again;

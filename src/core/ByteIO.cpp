@@ -150,13 +150,6 @@ void ByteReader::failAt(std::size_t offset, const std::string &cause) const
     throw ReadError(offset, cause);
 }
 
-void ByteReader::expectEnd() const
-{
-    if (remaining() != 0) {
-        failAt(m_pos, std::to_string(remaining()) + " unexpected bytes follow the end of the data");
-    }
-}
-
 ByteWriter::ByteWriter(ByteSink sink, std::size_t pieceBytes)
     : m_sink(std::move(sink)), m_pieceBytes(pieceBytes)
 {

@@ -59,8 +59,6 @@ public:
     std::size_t remaining() const { return m_size - offset(); }
 
     [[noreturn]] void failAt(std::size_t offset, const std::string &cause) const;
-    // Bytes left over after the last value mean the file is not what it claims.
-    void expectEnd() const;
 
 private:
     std::string_view take(std::size_t count);

@@ -1,5 +1,6 @@
 #include "core/Students.h"
 
+#include <algorithm>
 #include <limits>
 
 Student newStudent(int32_t subjectMax)
@@ -25,11 +26,19 @@ void addSubjectResults(StudentRecords &records, int32_t subjectMax)
     resizeResults(records, subjectMax);
 }
 
+// Kept extra results belong to the subjects of another bank at the same indexes;
+// moving them would give each the name of its neighbour once that bank is back.
+// So a subject added at the index of one starts from zero, as every new subject
+// does, and that one entry is dropped: showing a child a High score never made in
+// the new subject would be worse. An index given up in front of them holds zeros.
 void deleteSubjectResults(StudentRecords &records, int32_t k)
 {
     for (Student &student : records.students) {
         if (k >= 0 && static_cast<std::size_t>(k) < student.results.size()) {
             student.results.erase(student.results.begin() + k);
+            if (!student.extraResults.empty()) {
+                student.extraResults.insert(student.extraResults.begin(), SubjectResults{});
+            }
         }
     }
 }
@@ -38,7 +47,22 @@ void resizeResults(StudentRecords &records, int32_t subjectMax)
 {
     const auto count = static_cast<std::size_t>(subjectMax < 0 ? 0 : subjectMax + 1);
     for (Student &student : records.students) {
+        std::vector<SubjectResults> &extras = student.extraResults;
+        const std::size_t had = student.results.size();
+        if (count > had) {
+            const std::size_t taken = std::min(extras.size(), count - had);
+            extras.erase(extras.begin(), extras.begin() + static_cast<std::ptrdiff_t>(taken));
+        } else if (!extras.empty()) {
+            extras.insert(extras.begin(), had - count, SubjectResults{});
+        }
         student.results.resize(count);
+    }
+}
+
+void clearResults(Student &student)
+{
+    for (std::vector<SubjectResults> *table : {&student.results, &student.extraResults}) {
+        std::fill(table->begin(), table->end(), SubjectResults{});
     }
 }
 

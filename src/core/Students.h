@@ -17,7 +17,12 @@ struct SubjectResults {
 struct Student {
     std::string name; // as typed; shown trimmed
     int16_t level = 0;
-    std::vector<SubjectResults> results; // one element per subject
+    std::vector<SubjectResults> results; // one element per subject of the bank
+    // The entries of a record saved with more subjects than the bank has, from
+    // index results.size() on. The screens never see them; they are written back
+    // after results in their places, so that the results of a bank that went
+    // missing are there again when it comes back.
+    std::vector<SubjectResults> extraResults;
     bool current = false;
 };
 
@@ -40,12 +45,18 @@ Student newStudent(int32_t subjectMax);
 // Leading and trailing blanks removed, as names are shown.
 std::string trimName(const std::string &name);
 
+// These three keep every student's results in step with the subjects. Kept extra
+// results never move: a subject that takes the index of one starts from zero and
+// the extra entry is dropped, and an index given up in front of them is zeroed.
 // A subject was appended at index subjectMax: every student gets a zeroed entry.
 void addSubjectResults(StudentRecords &records, int32_t subjectMax);
-// The subject at index k was deleted: later entries move down one place.
+// The subject at index k was deleted: later entries of the bank move down one place.
 void deleteSubjectResults(StudentRecords &records, int32_t k);
 // The default bank was restored: results are cut (or grown) to 0..subjectMax.
 void resizeResults(StudentRecords &records, int32_t subjectMax);
+
+// Every score of the student zero, the kept extra results too.
+void clearResults(Student &student);
 
 // Records a finished test of the current student, subject and level: Last always,
 // High only when the score is strictly greater. Returns whether it was a new high.

@@ -11,7 +11,8 @@
 namespace {
 
 constexpr std::size_t ResultsBytes = 2 * 2 * LevelCount;
-// An entry with an empty name and no results: name count, level, descriptor, current.
+// An entry with an empty name and no results at all: name count, level,
+// descriptor, current.
 constexpr std::size_t MinEntryBytes = 2 + 2 + (2 + 4 + 4) + 2;
 
 // --- Writing ---
@@ -53,13 +54,16 @@ void encodeStudents(const StudentRecords &records, ByteWriter &out)
         out.text(student.name, [i] { return "the name of student " + std::to_string(i + 1); });
         out.int16(student.level);
         out.int16(1);
-        out.int32(static_cast<int32_t>(student.results.size()));
+        const std::size_t entries = student.results.size() + student.extraResults.size();
+        out.int32(static_cast<int32_t>(entries));
         out.int32(0);
-        scores.resize(student.results.size() * 2 * LevelCount);
+        scores.resize(entries * 2 * LevelCount);
         int16_t *to = scores.data();
-        for (const SubjectResults &results : student.results) {
-            to = std::copy(results.last.begin(), results.last.end(), to);
-            to = std::copy(results.high.begin(), results.high.end(), to);
+        for (const std::vector<SubjectResults> *table : {&student.results, &student.extraResults}) {
+            for (const SubjectResults &results : *table) {
+                to = std::copy(results.last.begin(), results.last.end(), to);
+                to = std::copy(results.high.begin(), results.high.end(), to);
+            }
         }
         out.int16s(scores.data(), scores.size());
         out.bool16(student.current);
@@ -76,7 +80,20 @@ void expectValue(ByteReader &in, const char *what, int32_t expected, int32_t act
     }
 }
 
-Student readStudent(ByteReader &in, int32_t subjectMax)
+void readResults(ByteReader &in, std::vector<SubjectResults> &table, std::size_t count)
+{
+    table.resize(count);
+    for (SubjectResults &results : table) {
+        in.int16s(results.last.data(), results.last.size());
+        in.int16s(results.high.data(), results.high.size());
+    }
+}
+
+// Each record holds as many results as the bank it was saved with had subjects.
+// They are read at that size: the first ones, up to the bank's subjects, are the
+// student's results, widened with zeros when the record is narrower; the rest are
+// kept aside to be written back.
+Student readStudent(ByteReader &in, std::size_t subjects)
 {
     Student student;
     student.name = in.text();
@@ -90,50 +107,69 @@ Student readStudent(ByteReader &in, int32_t subjectMax)
 
     at = in.offset();
     expectValue(in, "number of dimensions", 1, in.int16(), at);
-    at = in.offset();
-    expectValue(in, "number of subjects", subjectMax + 1, in.int32(), at);
+    const std::size_t countAt = in.offset();
+    const int32_t count = in.int32();
     at = in.offset();
     expectValue(in, "lowest subject", 0, in.int32(), at);
-
-    student.results.resize(static_cast<std::size_t>(subjectMax) + 1);
-    for (SubjectResults &results : student.results) {
-        in.int16s(results.last.data(), results.last.size());
-        in.int16s(results.high.data(), results.high.size());
+    // The results, and the current flag after them, must fit what is left.
+    const std::size_t room = in.remaining() < 2 ? 0 : (in.remaining() - 2) / ResultsBytes;
+    if (count < 0 || static_cast<std::size_t>(count) > room) {
+        in.failAt(countAt, "the number of results of student \"" + student.name + "\", " +
+                               std::to_string(count) + ", does not fit the file");
     }
+
+    const auto recorded = static_cast<std::size_t>(count);
+    readResults(in, student.results, std::min(recorded, subjects));
+    student.results.resize(subjects);
+    readResults(in, student.extraResults, recorded - std::min(recorded, subjects));
     student.current = in.bool16();
     return student;
 }
 
+// The counts in the file say how much it holds; bytes after that are not read.
 StudentRecords decodeStudents(ByteReader &in, const TestBank &bank)
 {
     const int32_t subjectMax = bank.subjectMax;
     if (subjectMax < 0 || bank.subjects.size() != static_cast<std::size_t>(subjectMax) + 1) {
         in.failAt(0, "there is no test bank to check the results against");
     }
+    const std::size_t subjects = bank.subjects.size();
     StudentRecords records;
     records.showByStudent = in.bool16();
 
-    std::size_t at = in.offset();
+    const std::size_t currentAt = in.offset();
     records.currentSubject = in.int32();
-    if (records.currentSubject < 0 || records.currentSubject > subjectMax) {
-        in.failAt(at, "the current subject is " + std::to_string(records.currentSubject) +
-                          ", outside 0.." + std::to_string(subjectMax));
+    if (records.currentSubject < 0) {
+        in.failAt(currentAt, "the current subject is " + std::to_string(records.currentSubject));
     }
 
-    at = in.offset();
+    std::size_t at = in.offset();
     const int32_t studentMax = in.int32();
-    const std::size_t entryBytes =
-        MinEntryBytes + ResultsBytes * (static_cast<std::size_t>(subjectMax) + 1);
-    if (studentMax < 0 || static_cast<std::size_t>(studentMax) >= in.remaining() / entryBytes) {
+    if (studentMax < 0 || static_cast<std::size_t>(studentMax) >= in.remaining() / MinEntryBytes) {
         in.failAt(at, "the number of students, " + std::to_string(int64_t{studentMax} + 1) +
                           ", does not fit the file");
     }
 
-    records.students.reserve(static_cast<std::size_t>(studentMax) + 1);
+    // Room for as many students as records of this bank's width would fill the
+    // file with; narrower records are rare enough to grow the roster as it goes.
+    records.students.reserve(
+        std::min(static_cast<std::size_t>(studentMax) + 1,
+                 in.remaining() / (MinEntryBytes + subjects * ResultsBytes) + 1));
+    std::size_t widest = subjects;
     for (int32_t i = 0; i <= studentMax; ++i) {
-        records.students.push_back(readStudent(in, subjectMax));
+        records.students.push_back(readStudent(in, subjects));
+        widest = std::max(widest, subjects + records.students.back().extraResults.size());
     }
-    in.expectEnd();
+
+    // A subject of a larger bank, whose results some record keeps, may have been
+    // the current one; this bank starts from Arithmetic instead.
+    if (static_cast<std::size_t>(records.currentSubject) >= widest) {
+        in.failAt(currentAt, "the current subject is " + std::to_string(records.currentSubject) +
+                                 ", outside 0.." + std::to_string(widest - 1));
+    }
+    if (records.currentSubject > subjectMax) {
+        records.currentSubject = ArithmeticSubject;
+    }
     records.currentSubjectName = bank.subjects[records.currentSubject].name;
     return records;
 }

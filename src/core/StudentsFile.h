@@ -16,9 +16,11 @@ std::optional<FileError> saveStudents(const StudentRecords &records,
                                       const std::filesystem::path &path);
 
 // Fills showByStudent, currentSubject, currentSubjectName and Students from the
-// file. When the file is missing (a first run) it creates one nameless current
-// student, saves at once and returns Missing (or Failed when that save failed).
-// A damaged file leaves the records unchanged and returns Failed.
+// file. Every student gets results for exactly the bank's subjects: a record
+// saved with fewer is widened with zeros, one saved with more keeps the rest in
+// extraResults. When the file is missing (a first run) it creates one nameless
+// current student, saves at once and returns Missing (or Failed when that save
+// failed). A damaged file leaves the records unchanged and returns Failed.
 LoadResult loadStudents(StudentRecords &records, const TestBank &bank,
                         const std::filesystem::path &path);
 

@@ -96,39 +96,93 @@ TEST(StudentsFile, DamagedFilesAreRefusedWhereTheDamageIs)
         std::filesystem::resize_file(path, length);
         expectDamagedAt(path, bank, length, true);
     }
-    writeBytes(path, good + '\0');
-    expectDamagedAt(path, bank, good.size());
-
     const std::size_t entry = 10 + 2 + 3; // first entry, after its name "Zoë"
     const struct {
         std::size_t offset;
         const char *hex;
+        std::size_t refusedAt;
     } damages[] = {
-        {2, "06 00 00 00"},         // current subject beyond subjectMax
-        {2, "FF FF FF FF"},         // negative current subject
-        {6, "FF FF FF FF"},         // no students at all
-        {6, "FF FF FF 7F"},         // far more students than the file holds
-        {6, "05 00 00 00"},         // one student more than the file holds
-        {10, "FF FF"},              // a name longer than what is left
-        {entry, "0D 00"},           // level 13
-        {entry, "FF FF"},           // level -1
-        {entry + 2, "02 00"},       // two-dimensional results
-        {entry + 4, "07 00 00 00"}, // results for seven subjects
-        {entry + 4, "FF FF FF 7F"}, // absurd results count
-        {entry + 8, "01 00 00 00"}, // results not starting at subject 0
+        {2, "06 00 00 00", 2},                 // current subject beyond every record
+        {2, "FF FF FF FF", 2},                 // negative current subject
+        {6, "FF FF FF FF", 6},                 // no students at all
+        {6, "FF FF FF 7F", 6},                 // far more students than the file holds
+        {6, "05 00 00 00", good.size()},       // one student more than the file holds
+        {10, "FF FF", 12},                     // a name longer than what is left
+        {entry, "0D 00", entry},               // level 13
+        {entry, "FF FF", entry},               // level -1
+        {entry + 2, "02 00", entry + 2},       // two-dimensional results
+        {entry + 4, "FF FF FF FF", entry + 4}, // a negative number of results
+        {entry + 4, "FF FF FF 7F", entry + 4}, // more results than the file holds
+        {entry + 8, "01 00 00 00", entry + 8}, // results not starting at subject 0
     };
     for (const auto &damage : damages) {
         SCOPED_TRACE(damage.hex);
         std::string bytes = good;
         bytes.replace(damage.offset, fromHex(damage.hex).size(), fromHex(damage.hex));
         writeBytes(path, bytes);
-        // A name that overruns is noticed where its bytes should start.
-        expectDamagedAt(path, bank, damage.offset == 10 ? 12 : damage.offset);
+        expectDamagedAt(path, bank, damage.refusedAt);
     }
+}
 
-    // Results saved with seven subjects do not fit a bank of six.
-    ASSERT_FALSE(saveStudents(sampleRoster(6), path));
-    expectDamagedAt(path, bank, entry + 4);
+TEST(StudentsFile, RecordsKeepTheWidthTheirBankGaveThem)
+{
+    const ScratchDir dir;
+    const auto path = dir / "Tavrino_Students.dat";
+    const TestBank defaults = defaultTestBank();
+    TestBank wide = defaultTestBank();
+    for (int s = 6; s <= 18; ++s) {
+        addSubject(wide, "Subject " + std::to_string(s));
+    }
+    // Saved while the bank had 19 subjects, after a test in subject 10.
+    StudentRecords full = sampleRoster(18);
+    full.currentSubject = 10;
+    for (Student &student : full.students) {
+        for (int s = 0; s <= 18; ++s) {
+            student.results[s].high[1] = static_cast<int16_t>(100 + s);
+        }
+    }
+    ASSERT_FALSE(saveStudents(full, path));
+    const std::string original = readBytes(path);
+
+    // Read with the six default subjects (the Tests file went missing): the class
+    // is not locked out; the screens see six subjects, the other 13 are kept.
+    StudentRecords records;
+    ASSERT_EQ(loadStudents(records, defaults, path).status, LoadResult::Status::Loaded);
+    for (const Student &student : records.students) {
+        ASSERT_EQ(student.results.size(), 6u);
+        ASSERT_EQ(student.extraResults.size(), 13u);
+        EXPECT_EQ(student.results[5].high[1], 105);
+        EXPECT_EQ(student.extraResults[12].high[1], 118);
+    }
+    EXPECT_EQ(std::tie(records.currentSubject, records.currentSubjectName),
+              std::tie(ArithmeticSubject, defaults.subjects[0].name));
+    // Every save writes them back unchanged; only the current subject differs.
+    ASSERT_FALSE(saveStudents(records, path));
+    std::string expected = original;
+    expected.replace(2, 4, fromHex("00 00 00 00"));
+    EXPECT_EQ(readBytes(path), expected);
+    // When the Tests file is back, so is everything.
+    StudentRecords back;
+    ASSERT_EQ(loadStudents(back, wide, path).status, LoadResult::Status::Loaded);
+    full.currentSubject = ArithmeticSubject;
+    expectSameRecords(back, full);
+    EXPECT_TRUE(back.students[0].extraResults.empty());
+
+    // A record narrower than the bank gets zeros for the subjects it lacks. Records
+    // of different widths may share a file: a student added while the bank was smaller.
+    records.students[1].extraResults.clear();
+    ASSERT_FALSE(saveStudents(records, path));
+    ASSERT_EQ(loadStudents(back, wide, path).status, LoadResult::Status::Loaded);
+    ASSERT_EQ(back.students[1].results.size(), 19u);
+    EXPECT_EQ(back.students[1].results[5].high[1], 105);
+    EXPECT_EQ(back.students[1].results[6].high[1], 0);
+    EXPECT_EQ(back.students[0].results[18].high[1], 118);
+
+    // A current subject that no record has results for is damage.
+    std::string bytes = original;
+    bytes.replace(2, 4, fromHex("13 00 00 00"));
+    writeBytes(path, bytes);
+    expectDamagedAt(path, defaults, 2);
 }
 
 TEST(StudentsFile, RostersRoundTripThroughWindows1252OrAreNotSaved)
@@ -165,12 +219,24 @@ TEST(StudentsFile, RostersRoundTripThroughWindows1252OrAreNotSaved)
     EXPECT_NE(tooLong->message().find("student 4"), std::string::npos) << tooLong->message();
     EXPECT_EQ(readBytes(path), bytes);
 
+    // Bytes after the data are not read, however far into the file they start;
+    // a file too short for its counts is still refused.
+    StudentRecords whole;
+    ASSERT_EQ(loadStudents(whole, bank, path).status, LoadResult::Status::Loaded);
+    for (const std::string &after : {std::string(1, '\0'), std::string(70000, '\xFF')}) {
+        writeBytes(path, bytes + after);
+        ASSERT_EQ(loadStudents(loaded, bank, path).status, LoadResult::Status::Loaded);
+        expectSameRecords(loaded, whole);
+    }
+    writeBytes(path, bytes.substr(0, bytes.size() - 1));
+    expectDamagedAt(path, bank, bytes.size() - 2, true);
     // Damage found after the first window is named by its offset in the file.
-    writeBytes(path, bytes.substr(0, bytes.size() - 100));
-    const LoadResult cut = loadStudents(loaded, bank, path);
-    ASSERT_EQ(cut.status, LoadResult::Status::Failed);
-    EXPECT_GT(*cut.error->offset, 65536u);
-    EXPECT_LE(*cut.error->offset, bytes.size() - 100);
+    const std::size_t lastLevel = bytes.size() - (2 + 10 + 6 * 52 + 2);
+    ASSERT_GT(lastLevel, 65536u);
+    std::string badLevel = bytes;
+    badLevel[lastLevel] = 13;
+    writeBytes(path, badLevel);
+    expectDamagedAt(path, bank, lastLevel);
 
     // A nonzero boolean other than -1 still reads as true.
     bytes[0] = 1;

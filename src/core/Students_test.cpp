@@ -19,7 +19,61 @@ StudentRecords markedRecords(int32_t subjectMax)
     return records;
 }
 
+// last[0] of every entry of the student's record as the file holds it: the
+// results, then the kept extra results.
+std::vector<int> recordMarks(const Student &student)
+{
+    std::vector<int> marks;
+    for (const auto *table : {&student.results, &student.extraResults}) {
+        for (const SubjectResults &results : *table) {
+            marks.push_back(results.last[0]);
+        }
+    }
+    return marks;
+}
+
 } // namespace
+
+TEST(Students, KeptExtraResultsStayAtTheirIndexesWhenTheSubjectsChange)
+{
+    // A record of 19 subjects read with a bank of 6: entries 6..18 are kept aside.
+    StudentRecords records = markedRecords(18);
+    for (Student &student : records.students) {
+        student.extraResults.assign(student.results.begin() + 6, student.results.end());
+        student.results.resize(6);
+    }
+    const auto marks = [&](std::vector<int> zeroed) {
+        std::vector<int> expected = recordMarks(markedRecords(18).students[1]);
+        for (const int index : zeroed) {
+            expected[index] = 0;
+        }
+        return expected;
+    };
+
+    // An added subject starts from zero at index 6; 7..18 stay where they were.
+    addSubjectResults(records, 6);
+    EXPECT_EQ(records.students[1].results.size(), 7u);
+    EXPECT_EQ(recordMarks(records.students[1]), marks({6}));
+    addSubjectResults(records, 7);
+    EXPECT_EQ(recordMarks(records.students[1]), marks({6, 7}));
+    // Deleting subject 6 moves 7 down; index 7, given up, holds zeros so that 8..18 stay.
+    records.students[1].results[7].last[0] = 77;
+    deleteSubjectResults(records, 6);
+    EXPECT_EQ(records.students[1].results.size(), 7u);
+    std::vector<int> expected = marks({7});
+    expected[6] = 77;
+    EXPECT_EQ(recordMarks(records.students[1]), expected);
+    // Restoring the defaults drops the added subject's results, not the kept ones.
+    resizeResults(records, 5);
+    EXPECT_EQ(records.students[1].results.size(), 6u);
+    EXPECT_EQ(recordMarks(records.students[1]), marks({6, 7}));
+    EXPECT_EQ(recordMarks(records.students[0]).size(), 19u);
+
+    // A reset clears what the screens do not show as well.
+    clearResults(records.students[0]);
+    EXPECT_EQ(recordMarks(records.students[0]), std::vector<int>(19, 0));
+    EXPECT_EQ(records.students[0].extraResults[12].high, SubjectResults{}.high);
+}
 
 TEST(Students, NewStudentsAndTheirResultsFollowTheSubjects)
 {

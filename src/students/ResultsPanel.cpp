@@ -54,14 +54,6 @@ QFont captionFont(int pointSize, bool bold)
     return font;
 }
 
-void clearScores(Student &student)
-{
-    for (SubjectResults &results : student.results) {
-        results.last.fill(0);
-        results.high.fill(0);
-    }
-}
-
 } // namespace
 
 ResultsPanel::ResultsPanel(Session &session, QWidget *parent)
@@ -276,7 +268,7 @@ void ResultsPanel::resetStudentTotals()
     if (m_student < 0 || m_student >= static_cast<int>(students.size()))
         return;
     const WaitCursor wait;
-    clearScores(students[m_student]);
+    clearResults(students[m_student]);
     emit refreshRequested();
 }
 
@@ -288,6 +280,6 @@ void ResultsPanel::resetAllTotals()
         return;
     const WaitCursor wait;
     for (Student &student : m_session.records.students)
-        clearScores(student);
+        clearResults(student);
     emit refreshRequested();
 }

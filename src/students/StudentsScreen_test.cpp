@@ -179,6 +179,38 @@ TEST_F(StudentsScreenTest, FirstRunAndAFileThatCannotBeWrittenOrRead)
     EXPECT_EQ(prompt.shown()[0].kind, Kind::Stop);
 }
 
+TEST_F(StudentsScreenTest, ResultsOfABankWithMoreSubjectsOpenWithThisBanksAndAreKept)
+{
+    // Saved while the bank had 19 subjects, after a test in subject 10; the
+    // Tests file has gone since, and the six default subjects are used.
+    StudentRecords records;
+    records.currentSubject = 10;
+    for (const char *name : {"Ann", "Ben"}) {
+        Student &student = records.students.emplace_back(newStudent(18));
+        student.name = name;
+        for (int s = 0; s <= 18; ++s)
+            student.results[s].high[0] = static_cast<int16_t>(s + 1);
+    }
+    records.students[1].current = true;
+    ASSERT_FALSE(saveStudents(records, session.paths.studentsPath).has_value());
+    std::vector<unsigned char> kept = readFileBytes(session.paths.studentsPath);
+
+    auto screen = openScreen();
+    EXPECT_TRUE(prompt.shown().empty());
+    EXPECT_EQ(lines(*screen), (std::vector<std::string>{"Ann", "Ben"}));
+    EXPECT_EQ(child<QComboBox>(*screen, "cmbSubject")->count(), 6);
+    const QAbstractItemModel &grid = *child<QTableView>(*screen, "Grid1")->model();
+    ASSERT_EQ(grid.rowCount(), 13) << "a Last and a High row for each of six subjects";
+    EXPECT_EQ(cell(grid, 12, 0), QStringLiteral("Science"));
+    EXPECT_EQ(cell(grid, 12, 2), QStringLiteral("6"));
+
+    // Closing saves the roster: the other 13 subjects' results go back as they
+    // were; the current subject, one this bank lacks, became Arithmetic.
+    child<QPushButton>(*screen, "cmdClose")->click();
+    kept[2] = 0;
+    EXPECT_EQ(readFileBytes(session.paths.studentsPath), kept);
+}
+
 TEST_F(StudentsScreenTest, RosterEditsLevelsAndClosingKeepResultsAndNamesAsTheFileKeepsThem)
 {
     writeRoster({"A", "B", "C"});
