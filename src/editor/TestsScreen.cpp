@@ -206,8 +206,12 @@ void TestsScreen::saveAndRefill()
     StudentRecords &records = m_session.records;
     if (records.currentSubject > m_session.bank.subjectMax)
         records.currentSubject = m_session.bank.subjectMax;
-    m_session.saveStudents(this);
-    m_session.saveTests(this);
+    // The Tests file first. It is the larger one, the likelier to fail, and when
+    // it does nothing is written: the pair on disk stays as it was. When the
+    // Students file fails after it, the pair still loads (its records are
+    // widened, or keep their extra results), and the next test writes it anew.
+    if (m_session.saveTests(this))
+        m_session.saveStudents(this);
     fillSubjectList();
 }
 

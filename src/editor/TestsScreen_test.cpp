@@ -124,6 +124,40 @@ TEST_F(TestsScreenTest, DeletingSubjectsAndRevertingAllKeepResultsInStepInBothFi
     EXPECT_EQ(loadedStudents(saved).students[0].results.size(), 6u);
 }
 
+TEST_F(TestsScreenTest, SubjectChangesWriteTheStudentsFileOnlyOnceTheTestsFileIsSaved)
+{
+    open(1);
+    ASSERT_TRUE(session.saveTests(nullptr) && session.saveStudents(nullptr));
+    const std::vector<unsigned char> students = readFileBytes(session.paths.studentsPath);
+    const std::vector<unsigned char> tests = readFileBytes(session.paths.testsPath);
+    // A folder in the way of a file makes its save fail at the last step.
+    const std::filesystem::path blocked = dir.path() / "blocked";
+    std::filesystem::create_directories(blocked / "inside");
+
+    // The Tests file fails: the Students file is not written, so the pair on
+    // disk stays as it was.
+    session.paths.testsPath = blocked;
+    addSubject(QStringLiteral("Fractions"));
+    EXPECT_EQ(session.bank.subjectMax, 6);
+    ASSERT_EQ(prompt.shown().size(), 2u) << "the input box and one stop message";
+    EXPECT_TRUE(prompt.last()->text.contains(QString::fromStdString(blocked.string())));
+    EXPECT_EQ(readFileBytes(session.paths.studentsPath), students);
+    EXPECT_EQ(readFileBytes(dir.paths().testsPath), tests);
+
+    // The Students file fails after the Tests file was saved: the pair on disk
+    // still loads, the subjects the older roster lacks starting from zero.
+    session.paths = dir.paths();
+    session.paths.studentsPath = blocked;
+    addSubject(QStringLiteral("Poetry"));
+    const TestBank saved = loadedTests();
+    ASSERT_EQ(saved.subjectMax, 7);
+    StudentRecords onDisk;
+    ASSERT_EQ(loadStudents(onDisk, saved, dir.paths().studentsPath).status,
+              LoadResult::Status::Loaded);
+    ASSERT_EQ(onDisk.students.at(0).results.size(), 8u);
+    EXPECT_EQ(onDisk.students[0].results[7].high, SubjectResults{}.high);
+}
+
 TEST_F(TestsScreenTest, TestLengthOutsideFiveToNineHundredNinetyNineBecomesThirty)
 {
     // A fraction rounds to the nearest second, a half to the even one; a number
