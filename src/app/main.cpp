@@ -9,6 +9,8 @@
 #include <QApplication>
 #include <QIcon>
 
+#include <filesystem>
+
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
@@ -21,10 +23,12 @@ int main(int argc, char *argv[])
     QApplication::setWindowIcon(icon);
 
     DialogPrompt prompt;
-    Session session(DataPaths::in(dataDirForThisProgram()), prompt);
+    const std::filesystem::path dataDir = dataDirForThisProgram();
+    Session session(DataPaths::in(dataDir), prompt);
 
     RandomSource random;
     MainScreen mainScreen(session, random);
+    mainScreen.bringClassFilesFrom(classFilesLeftBehind(dataDir));
     mainScreen.show();
     return app.exec();
 }

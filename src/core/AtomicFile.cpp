@@ -84,24 +84,6 @@ pid_t temporaryOwner(std::string_view name, std::string_view target)
     return static_cast<pid_t>(std::stol(std::string(rest.substr(0, dash))));
 }
 
-// A save killed part-way leaves its temporary file behind, and every such file
-// would stay for good. Those whose process no longer exists are removed; a
-// temporary file of a live process (another instance saving now) is left alone.
-void removeStaleTemporaries(const std::filesystem::path &target)
-{
-    const std::filesystem::path dir = target.parent_path().empty() ? "." : target.parent_path();
-    const std::string targetName = target.filename().string();
-    std::error_code error;
-    for (std::filesystem::directory_iterator it(dir, error), end; !error && it != end;
-         it.increment(error)) {
-        const std::string name = it->path().filename().string();
-        const pid_t owner = temporaryOwner(name, targetName);
-        if (owner > 0 && owner != ::getpid() && ::kill(owner, 0) != 0 && errno == ESRCH) {
-            ::unlink(it->path().c_str());
-        }
-    }
-}
-
 FileError unwritable(const std::filesystem::path &path, const std::string &step, int error)
 {
     return FileError{
@@ -212,8 +194,25 @@ std::optional<FileError> writeFileAtomically(const std::filesystem::path &path,
     }
     temporary.keep();
     syncDirectory(path.parent_path());
-    removeStaleTemporaries(path);
     return std::nullopt;
+}
+
+// A save killed part-way leaves its temporary file behind, and every such file
+// would stay for good. Those whose process no longer exists are removed; a
+// temporary file of a live process is left alone.
+void removeStaleTemporaries(const std::filesystem::path &target)
+{
+    const std::filesystem::path dir = target.parent_path().empty() ? "." : target.parent_path();
+    const std::string targetName = target.filename().string();
+    std::error_code error;
+    for (std::filesystem::directory_iterator it(dir, error), end; !error && it != end;
+         it.increment(error)) {
+        const std::string name = it->path().filename().string();
+        const pid_t owner = temporaryOwner(name, targetName);
+        if (owner > 0 && owner != ::getpid() && ::kill(owner, 0) != 0 && errno == ESRCH) {
+            ::unlink(it->path().c_str());
+        }
+    }
 }
 
 InjectedSaveFault::InjectedSaveFault(const SaveFault &fault)

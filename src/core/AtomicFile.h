@@ -13,11 +13,15 @@
 
 // The bytes go to a temporary file in the same directory, are flushed to disk and
 // the temporary file is renamed over path. On any failure the temporary file is
-// removed, path is left as it was and the error names path and the cause. A save
-// that succeeds also removes the temporary files of path left behind by processes
-// that were killed while saving.
+// removed, path is left as it was and the error names path and the cause.
 std::optional<FileError> writeFileAtomically(const std::filesystem::path &path,
                                              std::string_view bytes);
+
+// Removes the temporary files of path left behind by processes of this computer
+// that were killed while saving. Only for a caller that keeps every other copy
+// of the program out of the directory: a copy on another computer has process
+// numbers that mean nothing here, and its save under way would be cut short.
+void removeStaleTemporaries(const std::filesystem::path &path);
 
 // Makes a file's content in pieces and hands each, in file order, to write.
 using ContentMaker = std::function<void(const std::function<void(std::string_view)> &write)>;

@@ -6,6 +6,7 @@
 #include "help/HelpScreen.h"
 #include "students/StudentsScreen.h"
 #include "ui/Accessibility.h"
+#include "ui/DataFolderLock.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
@@ -174,6 +175,22 @@ void MainScreen::endProgram()
         QCoreApplication::instance(), [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
 }
 
+void MainScreen::bringClassFilesFrom(const std::filesystem::path &folder)
+{
+    m_classFilesFrom = folder;
+}
+
+// Taken before either file is read or written, and kept until the program ends:
+// two copies on one folder would each save over the other's results.
+std::optional<std::string> MainScreen::lockDataFolder()
+{
+    m_folderLock = std::make_unique<DataFolderLock>(m_session.paths.dataDir);
+    if (!m_folderLock->isHeld())
+        return m_folderLock->refusal().toStdString();
+    removeUnfinishedSaves(m_session.paths);
+    return std::nullopt;
+}
+
 void MainScreen::firstActivation()
 {
     if (m_activated)
@@ -181,7 +198,14 @@ void MainScreen::firstActivation()
     m_activated = true;
     std::optional<std::string> problem = m_dataDirectoryProblem;
     if (!problem)
+        problem = lockDataFolder();
+    std::optional<std::string> moved;
+    if (!problem && !m_classFilesFrom.empty())
+        moved = bringClassFiles(m_classFilesFrom, m_session.paths);
+    if (!problem)
         problem = prepareDataDirectory(m_session.paths);
+    if (moved)
+        m_session.prompt.stop(this, Title, QString::fromStdString(*moved));
     if (problem) {
         m_session.prompt.stop(this, Title, QString::fromStdString(*problem));
         endProgram();
@@ -200,15 +224,16 @@ void MainScreen::showMainPanel()
 
 void MainScreen::loadQuestions()
 {
-    std::optional<std::string> problem;
+    TestBankLoad loaded;
     {
         const WaitCursor wait;
         m_answerPositions = makeAnswerPositionTable();
-        problem = loadTestBank(m_session.bank, m_session.paths);
+        loaded = loadTestBank(m_session.bank, m_session.paths);
+        m_session.keepTestsFile = loaded.keepFile;
         fillSubjectList();
     }
-    if (problem)
-        m_session.prompt.stop(this, Title, QString::fromStdString(*problem));
+    if (loaded.message)
+        m_session.prompt.stop(this, Title, QString::fromStdString(*loaded.message));
 }
 
 void MainScreen::fillSubjectList()
@@ -339,6 +364,16 @@ void MainScreen::openTestsScreen()
 {
     m_ui->outcome->hide();
     m_ui->lastAnswerPanel->hide();
+    if (m_session.keepTestsFile) {
+        // Every change made there would be lost, or saved over the class's bank.
+        m_session.prompt.stop(
+            this, Title,
+            QStringLiteral("The tests cannot be changed in this run: the file \"%1\" could not "
+                           "be used when Tavrino started and is kept as it is.\rClose Tavrino, "
+                           "make sure the file can be read, and start Tavrino again.")
+                .arg(QString::fromStdString(m_session.paths.testsPath.string())));
+        return;
+    }
     m_otherScreens.tests();
     fillSubjectList();
     showSelections();

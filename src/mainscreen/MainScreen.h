@@ -7,11 +7,13 @@
 
 #include <QWidget>
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
+class DataFolderLock;
 class QLineEdit;
 class RandomSource;
 struct MainScreenPanels;
@@ -38,8 +40,12 @@ public:
     // True once start-up has failed and the program is closing.
     bool isEnding() const { return m_ending; }
 
-    // The first activation: blank page, test bank, subject list, then the
-    // Students screen. Later calls do nothing.
+    // Before the first activation: the class's files are in folder, a data
+    // folder that cannot be written. Start-up brings them along and tells the user.
+    void bringClassFilesFrom(const std::filesystem::path &folder);
+
+    // The first activation: the data folder's lock, blank page, test bank,
+    // subject list, then the Students screen. Later calls do nothing.
     void firstActivation();
 
     // Between tests.
@@ -70,6 +76,7 @@ private:
     void connectControls();
     void takeKeyboardBack();
     void endProgram();
+    std::optional<std::string> lockDataFolder();
 
     void showMainPanel();
     void loadQuestions();
@@ -95,6 +102,9 @@ private:
     OtherScreens m_otherScreens;
 
     std::optional<std::string> m_dataDirectoryProblem;
+    std::filesystem::path m_classFilesFrom;
+    // Held from the first activation until the program ends.
+    std::unique_ptr<DataFolderLock> m_folderLock;
     bool m_activationQueued = false;
     bool m_activated = false;
     bool m_ending = false;

@@ -37,7 +37,7 @@ TEST_F(MainScreenTest, FirstRunMakesTheDataDirectoryAndOpensTheStudentsScreenFir
     screen->firstActivation(); // only the first activation starts up
     EXPECT_EQ(studentsScreenShown, 1);
     EXPECT_EQ(subjectsListedWhenStudentsOpened, 6) << "the default tests are loaded first";
-    EXPECT_EQ(fileText(session.paths.blankPagePath), "<HTML></HTML>\n");
+    EXPECT_EQ(fileText(session.paths.blankPagePath), "<HTML></HTML>") << "13 bytes, no line end";
     EXPECT_TRUE(prompt.shown().empty());
     EXPECT_FALSE(fs::exists(session.paths.testsPath)) << "defaults stay in memory";
     EXPECT_EQ(studentsOnDisk().students.at(0).name, "Ann");

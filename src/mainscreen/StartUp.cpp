@@ -1,12 +1,17 @@
 #include "StartUp.h"
 
+#include "core/AtomicFile.h"
 #include "core/DefaultBank.h"
+#include "core/ReadFile.h"
 #include "core/TestsFile.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
+#include <functional>
+#include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -62,7 +67,7 @@ std::optional<std::string> prepareDataDirectory(const DataPaths &paths)
     std::error_code ec;
     if (!fs::exists(paths.blankPagePath, ec)) {
         std::ofstream page(paths.blankPagePath, std::ios::binary);
-        page << "<HTML></HTML>\n";
+        page << "<HTML></HTML>";
         page.close();
         if (!page) {
             const std::string cause = probeWritable(paths.dataDir).value_or("the write failed");
@@ -83,23 +88,87 @@ fs::path freeDamagedCopyPath(const fs::path &dataDir)
     return candidate;
 }
 
-std::optional<std::string> loadTestBank(TestBank &bank, const DataPaths &paths)
+void removeUnfinishedSaves(const DataPaths &paths)
+{
+    removeStaleTemporaries(paths.testsPath);
+    removeStaleTemporaries(paths.studentsPath);
+}
+
+namespace {
+
+// Copied in pieces and saved as the data files are, so that a copy cut short
+// never leaves half a file behind.
+std::optional<FileError> copyDataFile(const fs::path &from, const fs::path &to)
+{
+    FileReader in(from);
+    if (in.missing())
+        return std::nullopt;
+    if (in.error())
+        return in.error();
+    try {
+        return writeFileAtomically(to, [&in](const std::function<void(std::string_view)> &write) {
+            std::string piece(SavePieceBytes, '\0');
+            while (const std::size_t got = in.read(piece.data(), piece.size()))
+                write(std::string_view(piece.data(), got));
+        });
+    } catch (const FileReadFailed &failure) {
+        return FileError{FileError::Kind::Unreadable, from.string(), failure.what(), {}};
+    }
+}
+
+} // namespace
+
+std::string bringClassFiles(const fs::path &from, const DataPaths &paths)
+{
+    std::string message = "The data folder beside Tavrino, " + quoted(from) +
+                          ", holds a class's files but cannot be changed, so Tavrino keeps its "
+                          "data in " +
+                          quoted(paths.dataDir) + " instead.";
+    std::error_code ec;
+    if (fs::exists(paths.testsPath, ec) || fs::exists(paths.studentsPath, ec))
+        return message + "\rThe files already there are used; those in " + quoted(from) +
+               " are left as they are.";
+
+    const DataPaths old = DataPaths::in(from);
+    for (const auto &[source, target] : {std::pair{old.testsPath, paths.testsPath},
+                                         std::pair{old.studentsPath, paths.studentsPath}}) {
+        if (const std::optional<FileError> error = copyDataFile(source, target)) {
+            // Half of the pair would be taken for the class's next time: none is.
+            fs::remove(paths.testsPath, ec);
+            fs::remove(paths.studentsPath, ec);
+            return message + "\rThe class's files could not be copied there. " + error->message();
+        }
+    }
+    return message +
+           "\rThe class's tests and students were copied there and are used from now "
+           "on; the files in " +
+           quoted(from) + " are left as they are.";
+}
+
+TestBankLoad loadTestBank(TestBank &bank, const DataPaths &paths)
 {
     const LoadResult result = loadTests(bank, paths.testsPath);
     if (result.ok())
-        return std::nullopt;
+        return {};
 
     buildDefaultTests(bank);
     std::string message = result.error
                               ? result.error->message()
                               : "The file " + quoted(paths.testsPath) + " could not be read.";
+    const std::string defaults = "\rThe default tests are used instead";
+    const std::string kept = ", and Tavrino will not save over it while it runs; the tests "
+                             "cannot be changed until Tavrino is started again.";
+    if (!result.error || result.error->kind != FileError::Kind::Damaged) {
+        // Not read is not damaged: once it can be read again it is the class's bank.
+        return {message + "\rIt is left where it is" + kept + defaults + ".", true};
+    }
     const fs::path copy = freeDamagedCopyPath(paths.dataDir);
     std::error_code ec;
     fs::rename(paths.testsPath, copy, ec);
     if (ec)
-        message += "\rIt could not be moved aside (" + ec.message() + ") and stays where it is.";
-    else
-        message += "\rThe damaged file was moved to " + quoted(copy) + ".";
-    message += "\rThe default tests are used instead.";
-    return message;
+        return {message + "\rIt could not be moved aside (" + ec.message() +
+                    "). It stays where it is" + kept + defaults + ".",
+                true};
+    return {message + "\rThe damaged file was moved to " + quoted(copy) + "." + defaults + ".",
+            false};
 }

@@ -21,8 +21,27 @@ std::optional<std::string> prepareDataDirectory(const DataPaths &paths);
 // that does not exist yet in the data directory.
 std::filesystem::path freeDamagedCopyPath(const std::filesystem::path &dataDir);
 
+// Removes what saves killed part-way left behind of the two files. Only for the
+// holder of the data directory's lock, as nothing else may be saving then.
+void removeUnfinishedSaves(const DataPaths &paths);
+
+// The class's files were left in from, a data directory that cannot be written.
+// Copies the Tests and Students files found there into the data directory when it
+// holds neither, and returns the message that tells the user, naming both.
+std::string bringClassFiles(const std::filesystem::path &from, const DataPaths &paths);
+
+// What start-up made of the Tests file.
+struct TestBankLoad {
+    // For the user, when the file could not be used.
+    std::optional<std::string> message;
+    // The file stays where it was although it could not be used (it could not be
+    // read, or not be moved aside): nothing may save over it in this run.
+    bool keepFile = false;
+};
+
 // Fills the bank from the Tests file, or with the defaults when there is none.
-// A file that cannot be read is moved aside under a free "damaged" name, so a
-// later save cannot overwrite it, and the defaults are used; the returned
-// message tells the user which file, what was wrong and where the copy is.
-std::optional<std::string> loadTestBank(TestBank &bank, const DataPaths &paths);
+// A damaged file is moved aside under a free "damaged" name, so a later save
+// cannot overwrite it; one that cannot be read at all (no permission, a disk
+// error) may be whole and stays where it is. Either way the defaults are used
+// and the message tells the user which file, what was wrong and what became of it.
+TestBankLoad loadTestBank(TestBank &bank, const DataPaths &paths);

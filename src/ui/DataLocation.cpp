@@ -46,3 +46,22 @@ std::filesystem::path dataDirForThisProgram()
                       QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     return QDir(chosen).filesystemPath();
 }
+
+QString classFilesLeftBehind(const QString &programDir, const QString &chosenDataDir)
+{
+    const QString portable = QDir(programDir).filePath(DataDirName);
+    if (QFileInfo(portable) == QFileInfo(chosenDataDir))
+        return {};
+    const QDir dir(portable);
+    for (const char *name : {"Tavrino_Tests.dat", "Tavrino_Students.dat"})
+        if (QFileInfo::exists(dir.filePath(QLatin1String(name))))
+            return portable;
+    return {};
+}
+
+std::filesystem::path classFilesLeftBehind(const std::filesystem::path &chosenDataDir)
+{
+    const QString folder = classFilesLeftBehind(QCoreApplication::applicationDirPath(),
+                                                QString::fromStdString(chosenDataDir.string()));
+    return folder.isEmpty() ? std::filesystem::path() : QDir(folder).filesystemPath();
+}

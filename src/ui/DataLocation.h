@@ -21,6 +21,13 @@ QString chooseDataDir(const QString &programDir, const QString &userDataDir);
 // per-user application data location as the alternative.
 std::filesystem::path dataDirForThisProgram();
 
+// The "data" directory beneath programDir when it holds a class's files (the
+// Tests or the Students file) although chosenDataDir is used instead, because
+// it cannot be written; otherwise an empty text.
+QString classFilesLeftBehind(const QString &programDir, const QString &chosenDataDir);
+// The same for this run of the program.
+std::filesystem::path classFilesLeftBehind(const std::filesystem::path &chosenDataDir);
+
 // True when a new file can be created in dir. Tried with a real file, removed
 // again at once: permission bits alone do not tell (read-only mounts, ACLs).
 bool canCreateFilesIn(const QString &dir);

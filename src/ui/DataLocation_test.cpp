@@ -55,3 +55,24 @@ TEST(DataLocation, OtherwiseDataGoesToTheUsersOwnDirectory)
     ASSERT_TRUE(QFile(portable.path() + "/data").open(QIODevice::WriteOnly));
     EXPECT_EQ(chooseDataDir(portable.path(), user.path()), user.path() + "/data");
 }
+
+TEST(DataLocation, AClassesFilesLeftBesideTheProgramAreNamed)
+{
+    QTemporaryDir program;
+    QTemporaryDir user;
+    const QString beside = program.path() + "/data";
+    const QString used = user.path() + "/data";
+    EXPECT_EQ(classFilesLeftBehind(program.path(), used), QString());
+    // A data directory with no class's files in it leaves nothing behind.
+    ASSERT_TRUE(QDir(program.path()).mkdir("data"));
+    ASSERT_TRUE(QFile(beside + "/blank.html").open(QIODevice::WriteOnly));
+    EXPECT_EQ(classFilesLeftBehind(program.path(), used), QString());
+    // Either file is the class's: the Tests file alone, or the Students file.
+    for (const char *name : {"Tavrino_Tests.dat", "Tavrino_Students.dat"}) {
+        QFile file(beside + "/" + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(classFilesLeftBehind(program.path(), used), beside) << name;
+        EXPECT_EQ(classFilesLeftBehind(program.path(), beside), QString()) << "in use: not left";
+        file.remove();
+    }
+}

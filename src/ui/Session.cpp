@@ -18,6 +18,13 @@ bool reported(const std::optional<FileError> &error, Prompt &prompt, QWidget *pa
 
 bool Session::saveTests(QWidget *parent)
 {
+    if (keepTestsFile) {
+        prompt.stop(parent, QStringLiteral("Tavrino"),
+                    QStringLiteral("The tests were not saved: the file \"%1\" could not be used "
+                                   "when Tavrino started and is kept as it is.")
+                        .arg(QString::fromStdString(paths.testsPath.string())));
+        return false;
+    }
     return reported(::saveTests(bank, paths.testsPath), prompt, parent);
 }
 

@@ -22,6 +22,9 @@ struct Session {
     StudentRecords records;
     DataPaths paths;
     Prompt &prompt;
+    // Set at start-up when the Tests file stayed where it was without being
+    // used (it could not be read, or not be moved aside): no save replaces it.
+    bool keepTestsFile = false;
 
     // Write a file; on failure the user is told which file and why, the data in
     // memory is kept and the previous file stays as it was. True when saved.
