@@ -21,16 +21,16 @@ std::string trimName(const std::string &name)
     return name.substr(first, last - first + 1);
 }
 
-void addSubjectResults(StudentRecords &records, int32_t subjectMax)
-{
-    resizeResults(records, subjectMax);
-}
-
 // Kept extra results belong to the subjects of another bank at the same indexes;
 // moving them would give each the name of its neighbour once that bank is back.
 // So a subject added at the index of one starts from zero, as every new subject
 // does, and that one entry is dropped: showing a child a High score never made in
 // the new subject would be worse. An index given up in front of them holds zeros.
+void addSubjectResults(StudentRecords &records, int32_t subjectMax)
+{
+    resizeResults(records, subjectMax);
+}
+
 void deleteSubjectResults(StudentRecords &records, int32_t k)
 {
     for (Student &student : records.students) {

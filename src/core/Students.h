@@ -45,9 +45,10 @@ Student newStudent(int32_t subjectMax);
 // Leading and trailing blanks removed, as names are shown.
 std::string trimName(const std::string &name);
 
-// These three keep every student's results in step with the subjects. Kept extra
-// results never move: a subject that takes the index of one starts from zero and
-// the extra entry is dropped, and an index given up in front of them is zeroed.
+// The next three keep every student's results in step with the subjects. Kept
+// extra results never move: a subject added at the index of one starts from zero
+// in its place, and an index given up in front of them is filled with zeros.
+
 // A subject was appended at index subjectMax: every student gets a zeroed entry.
 void addSubjectResults(StudentRecords &records, int32_t subjectMax);
 // The subject at index k was deleted: later entries of the bank move down one place.

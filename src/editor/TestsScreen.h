@@ -27,7 +27,8 @@ public:
     void setHelpOpener(HelpOpener opener);
 
     void fillSubjectList();
-    // Keeps the current subject in range, writes both files and refills the list.
+    // Keeps the current subject in range, writes the Tests file and, when that
+    // worked, the Students file, and refills the list.
     void saveAndRefill();
 
     // What the user does on the screen; public so that tests can drive it.
