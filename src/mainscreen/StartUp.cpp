@@ -118,16 +118,18 @@ std::optional<FileError> copyDataFile(const fs::path &from, const fs::path &to)
 
 } // namespace
 
-std::string bringClassFiles(const fs::path &from, const DataPaths &paths)
+std::optional<std::string> bringClassFiles(const fs::path &from, const DataPaths &paths)
 {
+    // Once the files are in the new folder they are the class's, and the teacher was
+    // told when they were brought: saying it again at every start would only nag.
+    std::error_code ec;
+    if (fs::exists(paths.testsPath, ec) || fs::exists(paths.studentsPath, ec))
+        return std::nullopt;
+
     std::string message = "The data folder beside Tavrino, " + quoted(from) +
                           ", holds a class's files but cannot be changed, so Tavrino keeps its "
                           "data in " +
                           quoted(paths.dataDir) + " instead.";
-    std::error_code ec;
-    if (fs::exists(paths.testsPath, ec) || fs::exists(paths.studentsPath, ec))
-        return message + "\rThe files already there are used; those in " + quoted(from) +
-               " are left as they are.";
 
     const DataPaths old = DataPaths::in(from);
     for (const auto &[source, target] : {std::pair{old.testsPath, paths.testsPath},

@@ -27,8 +27,10 @@ void removeUnfinishedSaves(const DataPaths &paths);
 
 // The class's files were left in from, a data directory that cannot be written.
 // Copies the Tests and Students files found there into the data directory when it
-// holds neither, and returns the message that tells the user, naming both.
-std::string bringClassFiles(const std::filesystem::path &from, const DataPaths &paths);
+// holds neither, and returns the message that tells the user, naming both; nothing
+// when the data directory already has the class's files.
+std::optional<std::string> bringClassFiles(const std::filesystem::path &from,
+                                           const DataPaths &paths);
 
 // What start-up made of the Tests file.
 struct TestBankLoad {
