@@ -12,6 +12,7 @@
 #include "ui/WaitCursor.h"
 
 #include <QButtonGroup>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFrame>
@@ -388,4 +389,27 @@ void MainScreen::showHelp()
 void MainScreen::exitProgram()
 {
     close();
+}
+
+void MainScreen::closeEvent(QCloseEvent *event)
+{
+    if (!isTestRunning()) {
+        QWidget::closeEvent(event);
+        return;
+    }
+    // The clock waits while the child decides: a Cancel costs no time, and the
+    // test cannot run out behind the question.
+    m_ui->clock->stop();
+    if (!m_session.prompt.confirm(this, Title,
+                                  QStringLiteral("A test is running. Stop it and quit?"))) {
+        m_ui->clock->start();
+        event->ignore();
+        return;
+    }
+    stopTest();
+    // Should Stop have used the test's last second, the pause that follows is
+    // over at once: no key can start a test in a window that is going.
+    if (m_startPause)
+        onClockTick();
+    event->accept();
 }

@@ -70,6 +70,9 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    // Closing the window (the close box, Alt+F4, the window manager) during a
+    // test asks first; quitting ends the test as Stop does, so its score is kept.
+    void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -88,6 +91,7 @@ private:
     void showCommandButtons();
     void showSelections();
 
+    bool isTestRunning() const;
     void showNextQuestion();
     void checkArithmeticAnswer();
     void endTest();

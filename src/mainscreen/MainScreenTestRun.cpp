@@ -150,6 +150,11 @@ void MainScreen::endTest()
     showCommandButtons();
 }
 
+bool MainScreen::isTestRunning() const
+{
+    return m_ui->clock->isActive() && !m_startPause;
+}
+
 void MainScreen::stopTest()
 {
     m_stopRequested = true;

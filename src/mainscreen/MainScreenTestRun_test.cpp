@@ -1,14 +1,18 @@
-// Tests run on the main screen: against the clock, stopped early, from the
-// keyboard alone and as a screen reader reads them.
+// Tests run on the main screen: against the clock, stopped early or by closing
+// the window, from the keyboard alone and as a screen reader reads them, and
+// what they leave on the screen afterwards.
 #include "MainScreenFixture_test.h"
 #include "testsupport/ScreenAccess.h"
 #include "ui/Colours.h"
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QTimer>
 
+#include <functional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 using Names = std::vector<std::string>;
@@ -190,4 +194,42 @@ TEST_F(MainScreenTest, LongAnswersAreSetSmallerAndNeverWidenTheWindow)
     // Short answers again: back to the full size.
     question = {"Which", "Nile", "Alps", "Sahara", "Gobi"};
     EXPECT_EQ(answerSizes(), std::set<int>{24});
+}
+
+TEST_F(MainScreenTest, ClosingTheWindowDuringATestAsksFirstAndStopsTheTestAsStopDoes)
+{
+    startUp();
+    screen->startTest();
+    typeAnswer(true);
+    typeAnswer(true);
+
+    // Cancel: the test goes on with its clock, and the child answers on.
+    EXPECT_FALSE(screen->close());
+    ASSERT_EQ(prompt.shown().size(), 1u);
+    EXPECT_EQ(prompt.last()->kind, ScriptedPrompt::Shown::Kind::Confirm);
+    EXPECT_EQ(prompt.last()->text, "A test is running. Stop it and quit?");
+    EXPECT_TRUE(screen->isVisible());
+    EXPECT_TRUE(find<QTimer>("Timer1")->isActive());
+    typeAnswer(true);
+    EXPECT_EQ(text("lblScoreRight"), "3");
+    EXPECT_EQ(scoresOnDisk(ArithmeticSubject, 0), "0|0");
+
+    // OK: the score is kept, as Stop keeps it, before the window goes.
+    prompt.answerConfirm(true);
+    EXPECT_TRUE(screen->close());
+    EXPECT_FALSE(screen->isVisible());
+    EXPECT_FALSE(find<QTimer>("Timer1")->isActive());
+    EXPECT_EQ(scoresOnDisk(ArithmeticSubject, 0), "3|3");
+
+    // Between tests, and in the pause after a test that ran out, nothing is asked.
+    for (const bool afterTimeOut : {false, true}) {
+        screen->show();
+        if (afterTimeOut) {
+            screen->startTest();
+            tick(30);
+            ASSERT_TRUE(shown("fraStartTest"));
+        }
+        EXPECT_TRUE(screen->close()) << afterTimeOut;
+        EXPECT_EQ(prompt.shown().size(), 2u) << afterTimeOut;
+    }
 }
