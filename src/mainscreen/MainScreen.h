@@ -97,6 +97,7 @@ private:
     void endTest();
     void passFocusToBlank(const QLineEdit &box);
     QLineEdit *blankBox() const;
+    void clearChosenAnswer();
     void showLastAnswer(bool arithmetic);
     void countAnswer(bool right, const QString &rightText, const QString &wrongText);
 

@@ -174,6 +174,16 @@ protected:
         return nullptr;
     }
 
+    // The operation of the problem on the screen, as the files and the judging
+    // write it: the sign drawn for minus is a true minus sign, not a hyphen.
+    char operationOnScreen() const
+    {
+        const QString sign = text("lblOp");
+        if (sign == QString(QChar(0x2212)))
+            return '-';
+        return sign.size() == 1 ? sign.at(0).toLatin1() : '?';
+    }
+
     // The number that makes the equation on the screen true: the operation
     // itself for the answer, its inverse for a missing number.
     long long rightEntry() const
@@ -188,7 +198,7 @@ protected:
         const long long *entries = empty == box("txtAnswer") ? answer
                                    : empty == box("txtNum1") ? first
                                                              : second;
-        const int op = operationIndex(text("lblOp").at(0).toLatin1());
+        const int op = operationIndex(operationOnScreen());
         EXPECT_GE(op, 0) << "operation sign " << text("lblOp");
         return op < 0 ? 0 : entries[op];
     }

@@ -68,7 +68,6 @@ void MainScreen::startTest()
                 : QStringLiteral("Select the correct answer, and press [Enter]:"));
         m_ui->multipleChoicePanel->show();
         m_sequence.startMultipleChoice(bank);
-        m_ui->answerButtons[0]->setFocus();
     } else {
         m_ui->arithmeticPanel->show();
         m_sequence.startArithmetic(bank, records.currentLevel);
@@ -184,6 +183,7 @@ void MainScreen::showNextQuestion()
             option.setAccessibleDescription(question);
         }
         m_ui->fitAnswers();
+        clearChosenAnswer();
         return;
     }
 
@@ -289,6 +289,23 @@ void MainScreen::chooseAnswer(int index)
     for (QRadioButton *option : m_ui->answerButtons)
         setTextColour(*option, Bgr::White);
     setTextColour(*m_ui->answerButtons[index], Bgr::BrightGreen);
+}
+
+// Each question starts with nothing chosen and the first answer focused: an
+// answer left checked from the last question (or the last test) would be
+// judged by an Enter the child meant for the new one. Enter alone still
+// answers with the first button.
+void MainScreen::clearChosenAnswer()
+{
+    // An exclusive group keeps one button checked; it lets go only while it is
+    // not exclusive.
+    m_ui->answerGroup->setExclusive(false);
+    for (QRadioButton *option : m_ui->answerButtons) {
+        option->setChecked(false);
+        setTextColour(*option, Bgr::White);
+    }
+    m_ui->answerGroup->setExclusive(true);
+    m_ui->answerButtons[0]->setFocus();
 }
 
 void MainScreen::onAnswerKey(Qt::Key key)

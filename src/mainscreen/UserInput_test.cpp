@@ -1,5 +1,6 @@
-// What reaches the main screen from the keyboard and from the other screens:
-// any text in the answer boxes, and names and answers with "&" or markup.
+// What reaches the main screen from the keyboard, the mouse and the other
+// screens: any text in the blank box and none in the numbers on show, answers
+// chosen afresh for each question, and names and answers with "&" or markup.
 #include "MainScreenFixture_test.h"
 
 #include "testsupport/ScreenAccess.h"
@@ -35,7 +36,7 @@ TEST_F(MainScreenTest, AnswerBoxesTakeAnyTextAndAreJudgedByTheEquationOnTheScree
         {'+', "abc", "2", "2 apples", true},
     };
     for (const auto &entry : cases) {
-        ASSERT_EQ(text("lblOp"), QString(entry.op));
+        ASSERT_EQ(operationOnScreen(), entry.op);
         box("txtNum1")->setText(entry.number1);
         box("txtNum2")->setText(entry.number2);
         QTest::keyClicks(box("txtAnswer"), entry.answer);
@@ -113,4 +114,42 @@ TEST_F(MainScreenTest, AMultipleChoiceTestTakesArrowKeysShowsTextsAsTypedAndCanB
     const int score = chosenRight ? 2 : 0;
     EXPECT_EQ(texts({"lblLastScore", "lblHighScore"}), QString("%1|5").arg(score));
     EXPECT_EQ(scoresOnDisk(SpellingSubject, 3), QString("%1|5").arg(score));
+}
+
+TEST_F(MainScreenTest, EachQuestionStartsWithNoAnswerChosenAndEnterAloneTakesTheFirst)
+{
+    saveTestsWith([](TestBank &bank) {
+        bank.subjects[SpellingSubject].adjacentLevels = false;
+        bank.limits[SpellingSubject].lastQuestion[3] = 0;
+        bank.questionBank[SpellingSubject].items()[3][0] = {"", "right", "wrong", "wronger",
+                                                            "wrongest"};
+    });
+    startUp();
+    combo("cmbSubject")->setCurrentIndex(SpellingSubject);
+    chooseLevel(3);
+    const auto expectNothingChosen = [this](const QString &when) {
+        for (int index = 0; index < 4; ++index) {
+            EXPECT_FALSE(answerButton(index)->isChecked()) << when << ", answer " << index;
+            EXPECT_EQ(textColour(answerButton(index)), bgrColor(Bgr::White))
+                << when << ", answer " << index;
+        }
+        EXPECT_EQ(QApplication::focusWidget(), answerButton(0)) << when;
+    };
+
+    screen->startTest();
+    expectNothingChosen("the first question");
+    for (int index = 0; index < 4; ++index) {
+        QTest::mouseClick(answerButton(index), Qt::LeftButton);
+        ASSERT_TRUE(answerButton(index)->isChecked());
+        QTest::keyClick(answerButton(index), Qt::Key_Return);
+        expectNothingChosen(QString("after answer %1").arg(index));
+        // Enter with nothing chosen answers with the first button.
+        const bool firstIsRight = shownText(*answerButton(0)) == "right";
+        QTest::keyClick(answerButton(0), Qt::Key_Return);
+        EXPECT_EQ(text("lblRightWrong"), firstIsRight ? "Right." : "Wrong.");
+    }
+    QTest::mouseClick(answerButton(2), Qt::LeftButton);
+    screen->stopTest();
+    screen->startTest();
+    expectNothingChosen("the next test");
 }
