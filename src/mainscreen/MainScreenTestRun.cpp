@@ -204,12 +204,15 @@ void MainScreen::showNextQuestion()
         QStringLiteral("%1 %2 %3 equals %4")
             .arg(spokenNumber(*m_ui->number1Box), m_ui->operationSign->accessibleName(),
                  spokenNumber(*m_ui->number2Box), spokenNumber(*m_ui->answerBox));
-    // Tab stops only at the box to type into. A number on show is not for
-    // typing, and with a moving blank it would hand the focus straight back,
-    // so that Tab could never reach Stop Test.
+    // Only the blank box takes typing and the focus, at every level. A number
+    // on show typed over would make an equation of the child's own, judged
+    // right; and Tab or a click stopping on it would leave the child typing
+    // into nothing.
     for (QLineEdit *box : {m_ui->number1Box, m_ui->number2Box, m_ui->answerBox}) {
+        const bool isBlank = box == blankBox();
         box->setAccessibleDescription(problem);
-        box->setFocusPolicy(box == blankBox() ? Qt::StrongFocus : Qt::ClickFocus);
+        box->setReadOnly(!isBlank);
+        box->setFocusPolicy(isBlank ? Qt::StrongFocus : Qt::NoFocus);
     }
     blankBox()->setFocus();
 }

@@ -153,3 +153,32 @@ TEST_F(MainScreenTest, EachQuestionStartsWithNoAnswerChosenAndEnterAloneTakesThe
     screen->startTest();
     expectNothingChosen("the next test");
 }
+
+TEST_F(MainScreenTest, OnlyTheBlankBoxTakesTypingAtEveryLevel)
+{
+    startUp();
+    for (int level = 0; level < LevelCount; ++level) {
+        chooseLevel(level);
+        screen->startTest();
+        for (int question = 0; question < 3; ++question) {
+            QLineEdit *entry = blank();
+            ASSERT_NE(entry, nullptr) << "level " << level;
+            EXPECT_FALSE(entry->isReadOnly());
+            for (const char *name : {"txtNum1", "txtNum2", "txtAnswer"}) {
+                QLineEdit *number = box(name);
+                if (number == entry)
+                    continue;
+                // A click leaves the focus in the blank; keys sent to the number change nothing.
+                const QString shownNumber = number->text();
+                QTest::mouseClick(number, Qt::LeftButton);
+                EXPECT_EQ(QApplication::focusWidget(), entry) << "level " << level << " " << name;
+                QTest::keyClick(number, Qt::Key_Backspace);
+                QTest::keyClicks(number, "7");
+                EXPECT_EQ(number->text(), shownNumber) << "level " << level << " " << name;
+            }
+            QTest::keyClicks(entry, "1");
+            QTest::keyClick(entry, Qt::Key_Return);
+        }
+        screen->stopTest();
+    }
+}
