@@ -263,7 +263,7 @@ void MainScreen::chooseSubject()
         return;
     const WaitCursor wait;
     StudentRecords &records = m_session.records;
-    m_ui->lastAnswerPanel->hide();
+    clearLastTest();
     records.currentSubject = index;
     records.currentSubjectName = m_ui->subjectList->currentText().toStdString();
     m_ui->subjectValue->setText(m_ui->subjectList->currentText());
@@ -278,6 +278,8 @@ void MainScreen::chooseLevel(int level)
 {
     const WaitCursor wait;
     StudentRecords &records = m_session.records;
+    if (level != records.currentLevel)
+        clearLastTest();
     records.currentLevel = level;
     if (records.currentStudent >= 0 && records.currentStudent <= records.studentMax())
         records.students[records.currentStudent].level = static_cast<int16_t>(level);
@@ -346,10 +348,19 @@ void MainScreen::showSelections()
     showTotals();
 }
 
-void MainScreen::openStudentsScreen()
+// The result line, the last answer and the counts belong to the test that
+// made them. Left beside a new choice's Last and High, they would be read as
+// that choice's; a new subject, level or student takes them away.
+void MainScreen::clearLastTest()
 {
     m_ui->outcome->hide();
     m_ui->lastAnswerPanel->hide();
+    m_ui->testScorePanel->hide();
+}
+
+void MainScreen::openStudentsScreen()
+{
+    clearLastTest();
     if (!m_otherScreens.students()) {
         // The Students screen has told the user what is wrong with the file,
         // which is left exactly as it is.
@@ -363,8 +374,7 @@ void MainScreen::openStudentsScreen()
 
 void MainScreen::openTestsScreen()
 {
-    m_ui->outcome->hide();
-    m_ui->lastAnswerPanel->hide();
+    clearLastTest();
     if (m_session.keepTestsFile) {
         // Every change made there would be lost, or saved over the class's bank.
         m_session.prompt.stop(

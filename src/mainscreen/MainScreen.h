@@ -90,6 +90,7 @@ private:
     void hideCommandButtons();
     void showCommandButtons();
     void showSelections();
+    void clearLastTest();
 
     bool isTestRunning() const;
     void showNextQuestion();

@@ -269,15 +269,17 @@ void MainScreen::checkArithmeticAnswer()
     parts[1]->setText(m_ui->operationSign->text());
     parts[2]->setNum(m_arithmetic.number2);
     parts[4]->setNum(m_arithmetic.answer);
-    if (m_arithmetic.switchBlanks) {
-        const QColor buttonText = palette().color(QPalette::ButtonText);
-        for (QLabel *number : {parts[0], parts[2], parts[4]}) {
-            QPalette colours = number->palette();
-            colours.setColor(QPalette::WindowText, buttonText);
-            number->setPalette(colours);
-        }
-        setTextColour(*parts[2 * static_cast<int>(m_arithmetic.blank)], Bgr::Blue);
+    // Where the blank moves, the number that was asked is drawn in blue. The
+    // others are set back every time, so that a blue mark from an earlier test
+    // never shows in one where the blank stays put.
+    const QColor buttonText = palette().color(QPalette::ButtonText);
+    for (QLabel *number : {parts[0], parts[2], parts[4]}) {
+        QPalette colours = number->palette();
+        colours.setColor(QPalette::WindowText, buttonText);
+        number->setPalette(colours);
     }
+    if (m_arithmetic.switchBlanks)
+        setTextColour(*parts[2 * static_cast<int>(m_arithmetic.blank)], Bgr::Blue);
 
     const std::string op = m_ui->operationSign->text().toStdString();
     const bool right = isRightArithmetic(

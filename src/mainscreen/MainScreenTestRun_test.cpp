@@ -233,3 +233,47 @@ TEST_F(MainScreenTest, ClosingTheWindowDuringATestAsksFirstAndStopsTheTestAsStop
         EXPECT_EQ(prompt.shown().size(), 2u) << afterTimeOut;
     }
 }
+
+TEST_F(MainScreenTest, ANewTestOrANewChoiceClearsWhatTheLastTestLeftOnTheScreen)
+{
+    startUp();
+    // A number marked blue where the blank moved is no mark in a test where it does not.
+    chooseLevel(5);
+    screen->startTest();
+    typeAnswer(true);
+    screen->stopTest();
+    chooseLevel(0);
+    screen->startTest();
+    typeAnswer(true);
+    for (int part : {0, 2, 4})
+        EXPECT_NE(textColour(label(QString("lblLastQuestion_Math%1").arg(part))),
+                  bgrColor(Bgr::Blue))
+            << part;
+    screen->stopTest();
+
+    // The result line, the last answer and the counts go with a new level,
+    // subject or student: they belong to the test, not to the new choice.
+    const std::pair<const char *, std::function<void()>> changes[] = {
+        {"level", [this] { chooseLevel(1); }},
+        {"subject", [this] { combo("cmbSubject")->setCurrentIndex(SpellingSubject); }},
+        {"student", [this] { screen->openStudentsScreen(); }},
+    };
+    const auto marks = [this] {
+        return showing({"lblTestCompleted", "fraLastAnswer", "fraScore_Test"});
+    };
+    for (const auto &[what, change] : changes) {
+        combo("cmbSubject")->setCurrentIndex(ArithmeticSubject);
+        chooseLevel(0);
+        screen->startTest();
+        typeAnswer(true);
+        screen->stopTest();
+        ASSERT_EQ(marks(), "lblTestCompleted|fraLastAnswer|fraScore_Test") << what;
+        change();
+        EXPECT_EQ(marks(), "") << what;
+    }
+    // Choosing the level already chosen is no new choice: the result stays.
+    screen->startTest();
+    screen->stopTest();
+    chooseLevel(session.records.currentLevel);
+    EXPECT_EQ(marks(), "lblTestCompleted|fraScore_Test");
+}
