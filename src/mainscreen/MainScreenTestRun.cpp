@@ -41,6 +41,14 @@ QString spokenOperation(char symbol)
     }
 }
 
+// An operation sign as it is drawn. A hyphen is a short dash, hard to tell
+// from nothing at a distance; the minus sign is as wide as "+". The bank and
+// the judging keep the hyphen.
+QString shownOperation(char symbol)
+{
+    return symbol == '-' ? QString(QChar(0x2212)) : QString(QLatin1Char(symbol));
+}
+
 QString spokenNumber(const QLineEdit &box)
 {
     return box.text().isEmpty() ? QStringLiteral("blank") : box.text();
@@ -188,7 +196,7 @@ void MainScreen::showNextQuestion()
     }
 
     m_arithmetic = m_sequence.nextArithmetic(bank, records.currentLevel, m_random);
-    m_ui->operationSign->setText(QString(QLatin1Char(m_arithmetic.symbol)));
+    m_ui->operationSign->setText(shownOperation(m_arithmetic.symbol));
     m_ui->number1Box->setText(QString::number(m_arithmetic.number1));
     m_ui->number2Box->setText(QString::number(m_arithmetic.number2));
     m_ui->answerBox->setText(QString::number(m_arithmetic.answer));
@@ -281,9 +289,9 @@ void MainScreen::checkArithmeticAnswer()
     if (m_arithmetic.switchBlanks)
         setTextColour(*parts[2 * static_cast<int>(m_arithmetic.blank)], Bgr::Blue);
 
-    const std::string op = m_ui->operationSign->text().toStdString();
+    // The operation of the problem is the one its sign shows.
     const bool right = isRightArithmetic(
-        m_ui->number1Box->text().toStdString(), op.empty() ? '+' : op.front(),
+        m_ui->number1Box->text().toStdString(), m_arithmetic.symbol,
         m_ui->number2Box->text().toStdString(), m_ui->answerBox->text().toStdString());
     countAnswer(right, QStringLiteral("Right:"), QStringLiteral("Wrong:"));
     showNextQuestion();

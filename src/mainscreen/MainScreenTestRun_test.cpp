@@ -277,3 +277,35 @@ TEST_F(MainScreenTest, ANewTestOrANewChoiceClearsWhatTheLastTestLeftOnTheScreen)
     chooseLevel(session.records.currentLevel);
     EXPECT_EQ(marks(), "lblTestCompleted|fraScore_Test");
 }
+
+TEST_F(MainScreenTest, TheMinusSignIsDrawnAsLargeAsThePlusAndStillJudgedAsAMinus)
+{
+    saveTestsWith([](TestBank &bank) {
+        bank.arithOps[0] = "-+";
+        bank.arithSwitch[0] = {false, false};
+        for (int op = 0; op < OperationCount; ++op) {
+            bank.arithLow1[0][op] = bank.arithLow2[0][op] = 1;
+            bank.arithHigh1[0][op] = bank.arithHigh2[0][op] = 9;
+        }
+    });
+    startUp();
+    screen->startTest();
+    // The ink of the sign, against that of "+" in the same font: a hyphen is
+    // little more than half as wide.
+    const auto inkWidth = [](const QLabel &sign, const QString &text) {
+        return QFontMetrics(sign.font()).tightBoundingRect(text).width();
+    };
+    const QLabel &sign = *label("lblOp");
+    const QString minus = sign.text();
+    ASSERT_EQ(operationOnScreen(), '-');
+    EXPECT_GE(inkWidth(sign, minus), 0.9 * inkWidth(sign, "+")) << minus;
+    EXPECT_EQ(spokenName(*label("lblOp")), "minus");
+    typeAnswer(true);
+    EXPECT_EQ(text("lblRightWrong"), "Right:");
+    const QLabel &lastSign = *label("lblLastQuestion_Math1");
+    EXPECT_EQ(lastSign.text(), minus) << "the last answer repeats the sign";
+    EXPECT_GE(inkWidth(lastSign, minus), 0.9 * inkWidth(lastSign, "+"));
+    typeAnswer(false);
+    EXPECT_EQ(text("lblRightWrong"), "Wrong:") << "the plus after it";
+    EXPECT_EQ(session.bank.arithOps[0], "-+");
+}
