@@ -1,6 +1,7 @@
 #include "MainScreen.h"
 
 #include "MainScreenPanels.h"
+#include "MainScreenWidgets.h"
 #include "StartUp.h"
 #include "editor/TestsScreen.h"
 #include "help/HelpScreen.h"
@@ -12,7 +13,6 @@
 #include "ui/WaitCursor.h"
 
 #include <QButtonGroup>
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFrame>
@@ -25,9 +25,15 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace {
 
 const QString Title = QStringLiteral("Tavrino");
+
+// What a window manager adds around the window (a title bar, borders). It is
+// not known before the window is shown, so the opening size leaves this much.
+constexpr QSize WindowFrameRoom(16, 40);
 
 } // namespace
 
@@ -38,9 +44,7 @@ MainScreen::MainScreen(Session &session, RandomSource &random, QWidget *parent)
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(Title);
     m_ui->mainPanel->hide();
-    resize(1000, 700);
-    if (const QScreen *display = QGuiApplication::primaryScreen())
-        move(display->availableGeometry().center() - rect().center());
+    placeOnScreen();
 
     m_otherScreens.students = [this] {
         StudentsScreen screen(m_session, this);
@@ -68,6 +72,29 @@ MainScreen::MainScreen(Session &session, RandomSource &random, QWidget *parent)
 }
 
 MainScreen::~MainScreen() = default;
+
+// Centred on the screen at the size the panels are laid out for, or smaller
+// where the screen has less room (a small laptop): the window opens wholly on
+// the screen, and what does not fit scrolls.
+void MainScreen::placeOnScreen()
+{
+    const QScreen *display = QGuiApplication::primaryScreen();
+    if (!display) {
+        resize(MainScreenWidgets::LaidOutSize);
+        return;
+    }
+    const QRect room = display->availableGeometry();
+    resize(MainScreenWidgets::LaidOutSize.boundedTo(room.size() - WindowFrameRoom));
+    const QSize framed = size() + WindowFrameRoom;
+    move(room.x() + std::max(0, room.width() - framed.width()) / 2,
+         room.y() + std::max(0, room.height() - framed.height()) / 2);
+}
+
+void MainScreen::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    m_ui->growWithWindow(size());
+}
 
 void MainScreen::setOtherScreens(OtherScreens screens)
 {
@@ -399,27 +426,4 @@ void MainScreen::showHelp()
 void MainScreen::exitProgram()
 {
     close();
-}
-
-void MainScreen::closeEvent(QCloseEvent *event)
-{
-    if (!isTestRunning()) {
-        QWidget::closeEvent(event);
-        return;
-    }
-    // The clock waits while the child decides: a Cancel costs no time, and the
-    // test cannot run out behind the question.
-    m_ui->clock->stop();
-    if (!m_session.prompt.confirm(this, Title,
-                                  QStringLiteral("A test is running. Stop it and quit?"))) {
-        m_ui->clock->start();
-        event->ignore();
-        return;
-    }
-    stopTest();
-    // Should Stop have used the test's last second, the pause that follows is
-    // over at once: no key can start a test in a window that is going.
-    if (m_startPause)
-        onClockTick();
-    event->accept();
 }

@@ -73,9 +73,12 @@ protected:
     // Closing the window (the close box, Alt+F4, the window manager) during a
     // test asks first; quitting ends the test as Stop does, so its score is kept.
     void closeEvent(QCloseEvent *event) override;
+    // The problem, the question and the answers grow with the window.
+    void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void placeOnScreen();
     void connectControls();
     void takeKeyboardBack();
     void endProgram();

@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -52,13 +53,26 @@ void setTextColour(QWidget &widget, int bgr)
 
 MainScreenPanels::MainScreenPanels(QWidget *form)
 {
+    // Everything sits in a scroll area, so that a window smaller than the
+    // panels need (a small laptop set to large fonts) cuts nothing off.
+    scrollArea = new QScrollArea(form);
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidgetResizable(true);
+    // Tab goes through the controls, which the area scrolls into view; the
+    // area itself is no stop.
+    scrollArea->setFocusPolicy(Qt::NoFocus);
+    auto *content = new QWidget;
+    auto *contentLayout = new QVBoxLayout(content);
+    contentLayout->setContentsMargins(0, 0, 0, 0);
+    contentLayout->addWidget(buildSplash(content));
+    scrollArea->setWidget(content);
     auto *formLayout = new QVBoxLayout(form);
     formLayout->setContentsMargins(0, 0, 0, 0);
-    formLayout->addWidget(buildSplash(form));
+    formLayout->addWidget(scrollArea);
 
-    mainPanel = named(new QFrame(form), "Frame1");
+    mainPanel = named(new QFrame(content), "Frame1");
     mainPanel->setFont(arial(CaptionPoints));
-    formLayout->addWidget(mainPanel);
+    contentLayout->addWidget(mainPanel);
 
     // The start panel and the two question panels take turns in one place.
     auto *questionArea = new QWidget;
@@ -97,9 +111,9 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
     setTabChain(tabChain);
 }
 
-QFrame *MainScreenPanels::buildSplash(QWidget *form)
+QFrame *MainScreenPanels::buildSplash(QWidget *parent)
 {
-    splash = named(new QFrame(form), "fraSplash");
+    splash = named(new QFrame(parent), "fraSplash");
     auto *layout = new QVBoxLayout(splash);
     layout->addStretch();
     for (const QString &text :

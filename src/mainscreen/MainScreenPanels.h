@@ -14,6 +14,8 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
+class QScrollArea;
+class QSize;
 class QTimer;
 class QWidget;
 
@@ -21,6 +23,9 @@ struct MainScreenPanels {
     // Builds every panel inside the form, which owns all the widgets.
     explicit MainScreenPanels(QWidget *form);
 
+    // Holds the splash and the main panel. Its scroll bars show only in a
+    // window too small for what the panels need.
+    QScrollArea *scrollArea = nullptr;
     QFrame *splash = nullptr;
     QFrame *mainPanel = nullptr;
 
@@ -69,6 +74,11 @@ struct MainScreenPanels {
     // Sets the answers in the largest size at which they fit the strip.
     void fitAnswers();
 
+    // Sets the problem, the question and the answers larger in a window with
+    // more room than the screen is laid out for (a classroom projector), and
+    // back to their usual size in a smaller one.
+    void growWithWindow(const QSize &windowSize);
+
     QFrame *lastAnswerPanel = nullptr;
     QLabel *lastAnswerCaption = nullptr;
     QLabel *verdict = nullptr;
@@ -81,7 +91,11 @@ struct MainScreenPanels {
     QTimer *clock = nullptr;
 
 private:
-    QFrame *buildSplash(QWidget *form);
+    // How much larger than usual the problem, the question and the answers are set.
+    double m_growth = 1.0;
+    void setAnswerStyle(QRadioButton &option) const;
+
+    QFrame *buildSplash(QWidget *parent);
     QWidget *buildButtonBar();
     QFrame *buildStartPanel();
     QFrame *buildScorePanel();

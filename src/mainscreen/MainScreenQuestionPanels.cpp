@@ -1,5 +1,6 @@
 // The panels of a running test: the Arithmetic problem, the multiple-choice
-// question with its answers, and the last answer with its verdict.
+// question with its answers, and the last answer with its verdict; and how
+// the problem, the question and the answers grow with the window.
 #include "MainScreenPanels.h"
 
 #include "AnswerFit.h"
@@ -14,7 +15,26 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <cmath>
+
 using namespace MainScreenWidgets;
+
+namespace {
+
+constexpr int InstructionPoints = 16;
+// The least height of an answer and the size of its round mark, at the usual size.
+constexpr int AnswerHeight = 44;
+constexpr int AnswerMarkSize = 22;
+// However large the window, the text of a test grows no further than this.
+constexpr double LargestGrowth = 2.5;
+
+int grown(int points, double growth)
+{
+    return qRound(points * growth);
+}
+
+} // namespace
 
 QFrame *MainScreenPanels::buildArithmeticPanel()
 {
@@ -30,7 +50,7 @@ QFrame *MainScreenPanels::buildArithmeticPanel()
     answerBox->setAccessibleName(QStringLiteral("Answer"));
     equalsSign->setAccessibleName(QStringLiteral("equals"));
 
-    arithmeticInstruction = namedLabel("lblInstruction", 16, false);
+    arithmeticInstruction = namedLabel("lblInstruction", InstructionPoints, false);
     arithmeticInstruction->setText(QStringLiteral("Type your answer, and press [Enter]:"));
 
     QFrame *strip = darkStrip();
@@ -59,7 +79,7 @@ QFrame *MainScreenPanels::buildMultipleChoicePanel()
     multipleChoicePanel = panel("fraQuestion_Multi");
     questionLabel = namedLabel("lblQuestion_Multi", QuestionPoints, true);
     questionLabel->setWordWrap(true);
-    multipleChoiceInstruction = namedLabel("lblInstruction_Multi", 16, false);
+    multipleChoiceInstruction = namedLabel("lblInstruction_Multi", InstructionPoints, false);
 
     answerStrip = darkStrip();
     auto *answers = new QVBoxLayout(answerStrip);
@@ -70,13 +90,7 @@ QFrame *MainScreenPanels::buildMultipleChoicePanel()
         auto *option = new QRadioButton;
         option->setObjectName(QStringLiteral("optAnswer%1").arg(index));
         option->setFont(arial(QuestionPoints, true));
-        option->setMinimumHeight(44);
-        // The answer with the keyboard focus is framed in white: the style's own
-        // focus mark hardly shows on the dark strip.
-        option->setStyleSheet(
-            QStringLiteral("QRadioButton { border: 2px solid transparent; padding: 0 6px; }"
-                           "QRadioButton:focus { border-color: white; }"
-                           "QRadioButton::indicator { width: 22px; height: 22px; }"));
+        setAnswerStyle(*option);
         setTextColour(*option, Bgr::White);
         answerGroup->addButton(option, index);
         // As wide as its text, so that a click beside the text is not taken
@@ -98,11 +112,49 @@ QFrame *MainScreenPanels::buildMultipleChoicePanel()
     return multipleChoicePanel;
 }
 
+void MainScreenPanels::setAnswerStyle(QRadioButton &option) const
+{
+    option.setMinimumHeight(qRound(AnswerHeight * m_growth));
+    // A new style sheet puts back the palette the answer first had: the green
+    // of a chosen answer is kept across it.
+    const QPalette colours = option.palette();
+    // The answer with the keyboard focus is framed in white: the style's own
+    // focus mark hardly shows on the dark strip.
+    option.setStyleSheet(
+        QStringLiteral("QRadioButton { border: 2px solid transparent; padding: 0 6px; }"
+                       "QRadioButton:focus { border-color: white; }"
+                       "QRadioButton::indicator { width: %1px; height: %1px; }")
+            .arg(qRound(AnswerMarkSize * m_growth)));
+    option.setPalette(colours);
+}
+
 void MainScreenPanels::fitAnswers()
 {
     const QMargins margins = answerStrip->layout()->contentsMargins();
     const int width = answerStrip->contentsRect().width() - margins.left() - margins.right();
-    ::fitAnswers(answerButtons, width, QuestionPoints, SmallestAnswerPoints);
+    ::fitAnswers(answerButtons, width, grown(QuestionPoints, m_growth), SmallestAnswerPoints);
+}
+
+void MainScreenPanels::growWithWindow(const QSize &windowSize)
+{
+    const double room = std::min(double(windowSize.width()) / LaidOutSize.width(),
+                                 double(windowSize.height()) / LaidOutSize.height());
+    // In steps of a twentieth, so that dragging the window's edge does not set
+    // every font again at each pixel.
+    const double growth = std::round(std::clamp(room, 1.0, LargestGrowth) * 20) / 20;
+    if (growth == m_growth)
+        return;
+    m_growth = growth;
+    for (QLineEdit *box : {number1Box, number2Box, answerBox})
+        setProblemPoints(*box, grown(ProblemPoints, growth));
+    for (QLabel *sign : {operationSign, equalsSign})
+        setProblemPoints(*sign, grown(ProblemPoints, growth));
+    for (QLabel *instruction : {arithmeticInstruction, multipleChoiceInstruction})
+        instruction->setFont(arial(grown(InstructionPoints, growth)));
+    questionLabel->setFont(arial(grown(QuestionPoints, growth), true));
+    for (QRadioButton *option : answerButtons)
+        setAnswerStyle(*option);
+    fitAnswers();
 }
 
 QFrame *MainScreenPanels::buildLastAnswerPanel()

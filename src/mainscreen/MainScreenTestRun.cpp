@@ -1,14 +1,17 @@
 // The timed test of the main screen: starting it, the clock, judging the
-// answers as they come and recording the score at the end.
+// answers as they come, recording the score at the end, and closing the
+// window while a test runs.
 #include "MainScreen.h"
 
 #include "MainScreenPanels.h"
 #include "quiz/Judge.h"
 #include "ui/Colours.h"
+#include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
 
 #include <QButtonGroup>
+#include <QCloseEvent>
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
@@ -155,6 +158,30 @@ void MainScreen::endTest()
     showTotals();
     m_ui->outcome->show();
     showCommandButtons();
+}
+
+void MainScreen::closeEvent(QCloseEvent *event)
+{
+    if (!isTestRunning()) {
+        QWidget::closeEvent(event);
+        return;
+    }
+    // The clock waits while the child decides: a Cancel costs no time, and the
+    // test cannot run out behind the question.
+    m_ui->clock->stop();
+    if (!m_session.prompt.confirm(this, windowTitle(),
+                                  QStringLiteral("A test is running. Stop it and quit?"))) {
+        m_ui->clock->start();
+        takeKeyboardBack();
+        event->ignore();
+        return;
+    }
+    stopTest();
+    // Should Stop have used the test's last second, the pause that follows is
+    // over at once: no key can start a test in a window that is going.
+    if (m_startPause)
+        onClockTick();
+    event->accept();
 }
 
 bool MainScreen::isTestRunning() const

@@ -153,6 +153,8 @@ TEST_F(MainScreenTest, LongAnswersAreSetSmallerAndNeverWidenTheWindow)
         bank.questionBank.back().items()[0][0] = {"Which", longer, "Alps", "Sahara", "Gobi"};
     });
     startUp();
+    // At the usual size: the test platform's screen is smaller, and its window with it.
+    screen->resize(1000, 700);
     combo("cmbSubject")->setCurrentIndex(6);
     Question &question = session.bank.questionBank[6].items()[0][0];
     const int windowWidth = screen->width();

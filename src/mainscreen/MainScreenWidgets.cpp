@@ -15,6 +15,10 @@ namespace {
 // Behind the problem and the answers.
 const QColor ProblemBackground(0x10, 0x18, 0x30);
 
+// The least room of a box and of a sign of the problem at ProblemPoints.
+constexpr int ProblemBoxHeight = 64;
+constexpr int ProblemSignWidth = 48;
+
 } // namespace
 
 QFont arial(int points, bool bold)
@@ -71,12 +75,7 @@ QFrame *darkStrip()
 QLineEdit *problemBox(const char *name)
 {
     QLineEdit *box = named(new QLineEdit, name);
-    box->setFont(arial(ProblemPoints, true));
-    // Five digits wide in the box's own font, so that the boxes grow with the
-    // text on a desktop set to larger fonts.
-    box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("00000")) +
-                       box->fontMetrics().height() / 2);
-    box->setMinimumHeight(64);
+    setProblemPoints(*box, ProblemPoints);
     setDisplayStyle(*box);
     return box;
 }
@@ -86,8 +85,24 @@ QLabel *problemSign(const char *name, const QString &text)
     QLabel *sign = namedLabel(name, ProblemPoints, true);
     sign->setText(text);
     sign->setAlignment(Qt::AlignCenter);
-    sign->setMinimumWidth(48);
+    setProblemPoints(*sign, ProblemPoints);
     return sign;
+}
+
+void setProblemPoints(QLineEdit &box, int points)
+{
+    box.setFont(arial(points, true));
+    // Five digits wide in the box's own font, so that the boxes grow with the
+    // text on a desktop set to larger fonts and in a larger window.
+    box.setFixedWidth(box.fontMetrics().horizontalAdvance(QStringLiteral("00000")) +
+                      box.fontMetrics().height() / 2);
+    box.setMinimumHeight(ProblemBoxHeight * points / ProblemPoints);
+}
+
+void setProblemPoints(QLabel &sign, int points)
+{
+    sign.setFont(arial(points, true));
+    sign.setMinimumWidth(ProblemSignWidth * points / ProblemPoints);
 }
 
 } // namespace MainScreenWidgets

@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QSize>
 #include <QString>
 
 class QFrame;
@@ -22,6 +23,10 @@ constexpr int QuestionPoints = 24;
 // The least an answer is shrunk to when it is too wide for the strip.
 constexpr int SmallestAnswerPoints = 14;
 constexpr int ProblemPoints = 32;
+
+// The window size the screen is laid out for: the size it opens at where the
+// screen has the room, and beyond which the test's text grows with the window.
+constexpr QSize LaidOutSize(1000, 700);
 
 QFont arial(int points, bool bold = false);
 
@@ -43,5 +48,9 @@ QFrame *darkStrip();
 // A box of the Arithmetic problem, five digits wide in its own font.
 QLineEdit *problemBox(const char *name);
 QLabel *problemSign(const char *name, const QString &text);
+// Sets a box or a sign of the problem in a font of this many points, its room
+// growing with the font.
+void setProblemPoints(QLineEdit &box, int points);
+void setProblemPoints(QLabel &sign, int points);
 
 } // namespace MainScreenWidgets
