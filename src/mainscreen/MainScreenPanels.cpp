@@ -54,8 +54,9 @@ void setTextColour(QWidget &widget, int bgr)
 MainScreenPanels::MainScreenPanels(QWidget *form)
 {
     // Everything sits in a scroll area, so that a window smaller than the
-    // panels need (a small laptop set to large fonts) cuts nothing off.
-    scrollArea = new QScrollArea(form);
+    // panels need (a small laptop set to large fonts) cuts nothing off. Its
+    // scroll bars show only then.
+    auto *scrollArea = new QScrollArea(form);
     scrollArea->setFrameShape(QFrame::NoFrame);
     scrollArea->setWidgetResizable(true);
     // Tab goes through the controls, which the area scrolls into view; the

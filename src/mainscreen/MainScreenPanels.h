@@ -14,7 +14,6 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
-class QScrollArea;
 class QSize;
 class QTimer;
 class QWidget;
@@ -23,9 +22,6 @@ struct MainScreenPanels {
     // Builds every panel inside the form, which owns all the widgets.
     explicit MainScreenPanels(QWidget *form);
 
-    // Holds the splash and the main panel. Its scroll bars show only in a
-    // window too small for what the panels need.
-    QScrollArea *scrollArea = nullptr;
     QFrame *splash = nullptr;
     QFrame *mainPanel = nullptr;
 

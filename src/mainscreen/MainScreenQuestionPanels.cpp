@@ -137,8 +137,8 @@ void MainScreenPanels::fitAnswers()
 
 void MainScreenPanels::growWithWindow(const QSize &windowSize)
 {
-    const double room = std::min(double(windowSize.width()) / LaidOutSize.width(),
-                                 double(windowSize.height()) / LaidOutSize.height());
+    const double room = std::min(static_cast<double>(windowSize.width()) / LaidOutSize.width(),
+                                 static_cast<double>(windowSize.height()) / LaidOutSize.height());
     // In steps of a twentieth, so that dragging the window's edge does not set
     // every font again at each pixel.
     const double growth = std::round(std::clamp(room, 1.0, LargestGrowth) * 20) / 20;
