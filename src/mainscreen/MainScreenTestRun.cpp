@@ -304,9 +304,9 @@ void MainScreen::checkArithmeticAnswer()
     parts[1]->setText(m_ui->operationSign->text());
     parts[2]->setNum(m_arithmetic.number2);
     parts[4]->setNum(m_arithmetic.answer);
-    // Where the blank moves, the number that was asked is drawn in blue. The
-    // others are set back every time, so that a blue mark from an earlier test
-    // never shows in one where the blank stays put.
+    // Where the blank moves, the number that was asked is drawn in blue. All
+    // three are set back first on every answer, so that a blue mark from an
+    // earlier test never shows in one where the blank stays put.
     const QColor buttonText = palette().color(QPalette::ButtonText);
     for (QLabel *number : {parts[0], parts[2], parts[4]}) {
         QPalette colours = number->palette();
