@@ -65,24 +65,14 @@ TEST_F(WindowSizeTest, TheWindowOpensInsideTheScreenAndNeverNeedsMoreThanItHas)
 
 TEST_F(WindowSizeTest, OnASmallLaptopNothingIsCutOffBetweenOrDuringTests)
 {
-    // A multiple-choice question as long as the longest built-in one, with the
-    // longest built-in answer.
+    // The longest built-in question and answer, with answers as long beside it.
     saveTestsWith([](TestBank &bank) {
-        Question longest;
-        for (const SubjectQuestions &subject : bank.questionBank)
-            for (const auto &level : subject.items())
-                for (const Question &question : level) {
-                    if (question.text.size() > longest.text.size())
-                        longest.text = question.text;
-                    for (const std::string *answer :
-                         {&question.answer, &question.wrong1, &question.wrong2, &question.wrong3})
-                        if (answer->size() > longest.answer.size())
-                            longest.answer = *answer;
-                }
-        longest.wrong1 = longest.wrong2 = longest.wrong3 = longest.answer + "s";
+        const std::string answer = "Second law of thermodynamics";
         bank.subjects[Science].adjacentLevels = false;
         bank.limits[Science].lastQuestion[0] = 0;
-        bank.questionBank[Science].items()[0][0] = longest;
+        bank.questionBank[Science].items()[0][0] = {
+            "Which map projection shows compass bearings as straight lines", answer, answer + "s",
+            answer + "!", answer + "?"};
     });
     startUp();
     for (const QSize &size : SmallLaptops) {
