@@ -1,0 +1,86 @@
+#include "reports/ClassResultsCsv.h"
+
+#include "core/AtomicFile.h"
+#include "core/CsvWriter.h"
+
+#include <charconv>
+#include <functional>
+#include <streambuf>
+#include <string_view>
+
+namespace {
+
+// Hands what a stream is given to the save's writer piece by piece, so that a
+// large class's CSV is never held whole in memory.
+class PieceStreamBuf : public std::streambuf {
+public:
+    explicit PieceStreamBuf(const std::function<void(std::string_view)> &write) : m_write(write) {}
+
+protected:
+    std::streamsize xsputn(const char *text, std::streamsize count) override
+    {
+        m_write(std::string_view(text, static_cast<std::size_t>(count)));
+        return count;
+    }
+    int_type overflow(int_type c) override
+    {
+        if (!traits_type::eq_int_type(c, traits_type::eof())) {
+            const char one = traits_type::to_char_type(c);
+            m_write(std::string_view(&one, 1));
+        }
+        return traits_type::not_eof(c);
+    }
+
+private:
+    const std::function<void(std::string_view)> &m_write;
+};
+
+std::string_view scoreText(int16_t score, char (&buffer)[8])
+{
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, score).ptr;
+    return std::string_view(buffer, static_cast<std::size_t>(end - buffer));
+}
+
+} // namespace
+
+bool writeClassResultsCsv(std::ostream &out, const TestBank &bank, const StudentRecords &records)
+{
+    CsvWriter csv(out);
+    csv.writeByteOrderMark();
+    csv.field("Student").field("Subject").field("Level").field("Last").field("High");
+    csv.endRow();
+
+    std::array<std::string, LevelCount> levels;
+    for (int level = 0; level < LevelCount; ++level)
+        levels[level] = levelText(level);
+    const SubjectResults none{};
+    char last[8];
+    char high[8];
+    for (const Student &student : records.students) {
+        const std::string name = trimName(student.name);
+        for (std::size_t subject = 0; subject < bank.subjects.size(); ++subject) {
+            const SubjectResults &results =
+                subject < student.results.size() ? student.results[subject] : none;
+            for (int level = 0; level < LevelCount; ++level) {
+                csv.field(name).field(bank.subjects[subject].name).field(levels[level]);
+                csv.field(scoreText(results.last[level], last));
+                csv.field(scoreText(results.high[level], high));
+                csv.endRow();
+            }
+        }
+    }
+    return csv.flush();
+}
+
+std::optional<FileError> saveClassResultsCsv(const std::filesystem::path &path,
+                                             const TestBank &bank, const StudentRecords &records)
+{
+    return writeFileAtomically(path, [&](const std::function<void(std::string_view)> &write) {
+        PieceStreamBuf pieces(write);
+        std::ostream out(&pieces);
+        // A failed write throws from the writer; the stream passes it on rather
+        // than swallowing it, so the save stops at once and reports why.
+        out.exceptions(std::ios::badbit);
+        writeClassResultsCsv(out, bank, records);
+    });
+}
