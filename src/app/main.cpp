@@ -1,4 +1,6 @@
-// Tavrino: timed tests for schoolchildren.
+// Tavrino: timed tests for schoolchildren. Reads the command line, then either
+// runs one job without windows or opens the windows.
+#include "commandline/CommandLine.h"
 #include "core/DataPaths.h"
 #include "mainscreen/MainScreen.h"
 #include "quiz/Random.h"
@@ -10,8 +12,38 @@
 #include <QIcon>
 
 #include <filesystem>
+#include <iostream>
 
-int main(int argc, char *argv[])
+namespace {
+
+QStringList argumentList(int argc, char *argv[])
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    return arguments;
+}
+
+// Qt's own notes (a missing runtime folder, a font substituted) would come
+// between a job's output and its one line of error; only a fatal one is shown.
+void keepQtQuiet(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtFatalMsg)
+        std::cerr << "tavrino: " << message.toStdString() << std::endl;
+}
+
+// A job needs no display: unless the caller chose a platform, it draws offscreen.
+int runHeadless(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(keepQtQuiet);
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("Tavrino"));
+    return runWithoutWindows(readCommandLine(QGuiApplication::arguments()), std::cout, std::cerr);
+}
+
+int runWindows(int argc, char *argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tavrino"));
@@ -22,13 +54,26 @@ int main(int argc, char *argv[])
         icon.addFile(QStringLiteral(":/icons/tavrino-%1.png").arg(size), QSize(size, size));
     QApplication::setWindowIcon(icon);
 
+    // A folder named on the command line is used as it is; only the folder
+    // chosen here may have had the class's files left behind elsewhere.
+    const Invocation invocation = readCommandLine(QApplication::arguments());
+    const std::filesystem::path dataDir = invocation.dataDir.value_or(dataDirForThisProgram());
     DialogPrompt prompt;
-    const std::filesystem::path dataDir = dataDirForThisProgram();
     Session session(DataPaths::in(dataDir), prompt);
 
     RandomSource random;
     MainScreen mainScreen(session, random);
-    mainScreen.bringClassFilesFrom(classFilesLeftBehind(dataDir));
+    if (!invocation.dataDir)
+        mainScreen.bringClassFilesFrom(classFilesLeftBehind(dataDir));
     mainScreen.show();
     return app.exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (runsWithoutWindows(argumentList(argc, argv)))
+        return runHeadless(argc, argv);
+    return runWindows(argc, argv);
 }

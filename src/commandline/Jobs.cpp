@@ -1,0 +1,134 @@
+#include "commandline/Jobs.h"
+
+#include "commandline/ClassData.h"
+#include "commandline/CommandLine.h"
+#include "reports/ClassReport.h"
+#include "reports/ClassReportPainter.h"
+#include "reports/ClassResultsCsv.h"
+#include "reports/ReportPageSetup.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFileInfo>
+#include <QPdfWriter>
+#include <QSaveFile>
+
+#include <optional>
+#include <string>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const QString StandardOutput = QStringLiteral("-");
+
+bool inside(const fs::path &file, const fs::path &folder)
+{
+    const fs::path parent = fs::weakly_canonical(file).parent_path();
+    const fs::path dir = fs::weakly_canonical(folder);
+    auto d = dir.begin();
+    auto p = parent.begin();
+    for (; d != dir.end(); ++d, ++p)
+        if (p == parent.end() || *p != *d)
+            return false;
+    return true;
+}
+
+// Reads the class, or says on err why it cannot be read. A target inside the data
+// folder is refused before anything is read: the jobs never write there.
+std::optional<ClassData> classFor(const JobContext &context, const QString &option, int &status)
+{
+    if (context.value != StandardOutput &&
+        inside(QDir(QFileInfo(context.value).absoluteFilePath()).filesystemPath(),
+               context.dataDir)) {
+        context.err << "tavrino: --" << option.toStdString()
+                    << " would write into the data folder \"" << context.dataDir.string()
+                    << "\"; choose a file elsewhere.\n";
+        status = ExitUsage;
+        return std::nullopt;
+    }
+    ClassData data;
+    if (const std::optional<std::string> problem = readClassData(context.dataDir, data)) {
+        context.err << "tavrino: " << *problem << '\n';
+        status = ExitFailed;
+        return std::nullopt;
+    }
+    return data;
+}
+
+fs::path targetPath(const JobContext &context)
+{
+    return QDir(QFileInfo(context.value).absoluteFilePath()).filesystemPath();
+}
+
+int exportCsv(const JobContext &context)
+{
+    int status = ExitOk;
+    const std::optional<ClassData> data = classFor(context, QStringLiteral("export-csv"), status);
+    if (!data)
+        return status;
+    if (context.value == StandardOutput) {
+        if (!writeClassResultsCsv(context.out, data->bank, data->records) || !context.out.flush()) {
+            context.err << "tavrino: The results could not be written to standard output.\n";
+            return ExitFailed;
+        }
+        return ExitOk;
+    }
+    if (const std::optional<FileError> error =
+            saveClassResultsCsv(targetPath(context), data->bank, data->records)) {
+        context.err << "tavrino: " << error->message() << '\n';
+        return ExitFailed;
+    }
+    return ExitOk;
+}
+
+bool writePdf(QIODevice &device, const ClassReport &report)
+{
+    QPdfWriter writer(&device);
+    writer.setPageLayout(reportPageLayout(QLocale()));
+    writer.setTitle(QString::fromStdString(report.title));
+    writer.setCreator(QStringLiteral("Tavrino"));
+    return ClassReportPainter(writer, report).paint();
+}
+
+int reportPdf(const JobContext &context)
+{
+    int status = ExitOk;
+    const std::optional<ClassData> data = classFor(context, QStringLiteral("report-pdf"), status);
+    if (!data)
+        return status;
+    const ClassReport report = makeTodaysClassReport(data->bank, data->records, context.dataDir);
+    if (context.value == StandardOutput) {
+        QBuffer pdf;
+        pdf.open(QIODevice::WriteOnly);
+        const bool painted = writePdf(pdf, report);
+        context.out.write(pdf.data().constData(), pdf.data().size());
+        if (!painted || !context.out.flush()) {
+            context.err << "tavrino: The report could not be written to standard output.\n";
+            return ExitFailed;
+        }
+        return ExitOk;
+    }
+    // Written beside the target and renamed over it, so a failure leaves no half file.
+    const fs::path target = targetPath(context);
+    QSaveFile file(QString::fromStdString(target.string()));
+    if (!file.open(QIODevice::WriteOnly) || !writePdf(file, report) || !file.commit()) {
+        context.err << "tavrino: The file \"" << target.string()
+                    << "\" could not be saved: " << file.errorString().toStdString() << ".\n";
+        return ExitFailed;
+    }
+    return ExitOk;
+}
+
+} // namespace
+
+const std::vector<Job> &jobs()
+{
+    static const std::vector<Job> all = {
+        {QStringLiteral("export-csv"), QStringLiteral("file"),
+         QStringLiteral("Write the results as CSV to FILE (- for stdout)."), exportCsv},
+        {QStringLiteral("report-pdf"), QStringLiteral("file"),
+         QStringLiteral("Write the class report as PDF to FILE."), reportPdf},
+    };
+    return all;
+}

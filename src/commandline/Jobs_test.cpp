@@ -1,0 +1,206 @@
+// The jobs on real data folders: what they write, their exit statuses and
+// messages, and that the data folder is left exactly as it was, byte for byte.
+#include "commandline/CommandLine.h"
+
+#include "core/DefaultBank.h"
+#include "core/StudentsFile.h"
+#include "core/TestsFile.h"
+#include "reports/ClassResultsCsv.h"
+#include "testsupport/TempDataDir.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Every entry below the folder with its bytes (folders as "<dir>").
+std::map<std::string, std::string> snapshot(const fs::path &folder)
+{
+    std::map<std::string, std::string> entries;
+    for (const fs::directory_entry &entry : fs::recursive_directory_iterator(folder)) {
+        const std::string name = fs::relative(entry.path(), folder).string();
+        if (entry.is_directory()) {
+            entries[name] = "<dir>";
+            continue;
+        }
+        std::ifstream in(entry.path(), std::ios::binary);
+        entries[name] = std::string(std::istreambuf_iterator<char>(in), {});
+    }
+    return entries;
+}
+
+std::string contentOf(const fs::path &file)
+{
+    std::ifstream in(file, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+struct Outcome {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+class JobsTest : public ::testing::Test {
+protected:
+    JobsTest()
+    {
+        buildDefaultTests(bank);
+        records.currentSubject = 0;
+        for (const char *name : {"Ann", "Bo, the 2nd"}) {
+            Student &student = records.students.emplace_back(newStudent(bank.subjectMax));
+            student.name = name;
+            student.results[1].high[3] = 12;
+            student.results[1].last[3] = 9;
+        }
+        records.students.front().current = true;
+    }
+
+    void writeClass()
+    {
+        ASSERT_FALSE(saveTests(bank, dir.paths().testsPath).has_value());
+        ASSERT_FALSE(saveStudents(records, dir.paths().studentsPath).has_value());
+    }
+
+    // Runs the command line (without the program's name) on the temporary data
+    // folder, checking that the folder is the same afterwards.
+    Outcome run(const QStringList &arguments, const fs::path &dataDir)
+    {
+        const auto before = fs::exists(dataDir) ? snapshot(dataDir) : decltype(snapshot(dataDir))();
+        const Invocation invocation =
+            readCommandLine(QStringList{QStringLiteral("tavrino"), QStringLiteral("--data-dir"),
+                                        QString::fromStdString(dataDir.string())} +
+                            arguments);
+        std::ostringstream out;
+        std::ostringstream err;
+        Outcome outcome;
+        outcome.status = runWithoutWindows(invocation, out, err);
+        outcome.out = out.str();
+        outcome.err = err.str();
+        if (fs::exists(dataDir))
+            EXPECT_EQ(snapshot(dataDir), before) << "the data folder changed";
+        else
+            EXPECT_TRUE(before.empty());
+        return outcome;
+    }
+    Outcome run(const QStringList &arguments) { return run(arguments, dir.path()); }
+
+    // A file beside the data folder, where the jobs may write.
+    QString outside(const char *name) const
+    {
+        return QString::fromStdString((dir.path().parent_path() / name).string());
+    }
+
+    TempDataDir dir;
+    TestBank bank;
+    StudentRecords records;
+};
+
+} // namespace
+
+TEST_F(JobsTest, ExportWritesTheClassToAFileOrStandardOutput)
+{
+    writeClass();
+    std::ostringstream expected;
+    ASSERT_TRUE(writeClassResultsCsv(expected, bank, records));
+
+    const Outcome toStdout = run({QStringLiteral("--export-csv"), QStringLiteral("-")});
+    EXPECT_EQ(toStdout.status, ExitOk) << toStdout.err;
+    EXPECT_EQ(toStdout.out, expected.str());
+    EXPECT_NE(toStdout.out.find("\r\n\"Bo, the 2nd\",Spelling,3,9,12\r\n"), std::string::npos);
+    EXPECT_TRUE(toStdout.err.empty());
+
+    const Outcome toFile = run({QStringLiteral("--export-csv"), outside("class.csv")});
+    EXPECT_EQ(toFile.status, ExitOk) << toFile.err;
+    EXPECT_TRUE(toFile.out.empty());
+    EXPECT_EQ(contentOf(outside("class.csv").toStdString()), expected.str());
+}
+
+TEST_F(JobsTest, ReportWritesAPdf)
+{
+    writeClass();
+    const Outcome outcome = run({QStringLiteral("--report-pdf"), outside("class.pdf")});
+    EXPECT_EQ(outcome.status, ExitOk) << outcome.err;
+    const std::string pdf = contentOf(outside("class.pdf").toStdString());
+    EXPECT_EQ(pdf.substr(0, 5), "%PDF-");
+    EXPECT_NE(pdf.find("%%EOF"), std::string::npos);
+    // No temporary file is left beside it.
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir.path().parent_path()), {}), 2);
+}
+
+TEST_F(JobsTest, MissingFilesMeanTheBuiltInBankAndNoStudentsAndStayMissing)
+{
+    // Nothing is created: no Students file, no page, no lock, no probe.
+    const Outcome csv = run({QStringLiteral("--export-csv"), QStringLiteral("-")});
+    EXPECT_EQ(csv.status, ExitOk) << csv.err;
+    EXPECT_EQ(csv.out, "\xEF\xBB\xBFStudent,Subject,Level,Last,High\r\n");
+    const Outcome pdf = run({QStringLiteral("--report-pdf"), outside("empty.pdf")});
+    EXPECT_EQ(pdf.status, ExitOk) << pdf.err;
+    EXPECT_TRUE(fs::is_empty(dir.path()));
+}
+
+TEST_F(JobsTest, UnreadableDataEndsWithStatusOneAndTheProgramsMessage)
+{
+    writeClass();
+    std::string students = contentOf(dir.paths().studentsPath);
+    students.resize(students.size() - 5);
+    {
+        std::ofstream(dir.paths().studentsPath, std::ios::binary) << students;
+    }
+    StudentRecords ignored;
+    const LoadResult damage = decodeStudentsFile(ignored, bank, students, dir.paths().studentsPath);
+    ASSERT_FALSE(damage.ok());
+
+    for (const char *job : {"--export-csv", "--report-pdf"}) {
+        const Outcome outcome = run({QString::fromLatin1(job), outside("out")});
+        EXPECT_EQ(outcome.status, ExitFailed) << job;
+        EXPECT_EQ(outcome.err, "tavrino: " + damage.error->message() + "\n") << job;
+        EXPECT_FALSE(fs::exists(outside("out").toStdString())) << job;
+    }
+
+    // A damaged Tests file is named, and is not moved aside as start-up would.
+    {
+        std::ofstream(dir.paths().testsPath, std::ios::binary) << "not a bank";
+    }
+    const Outcome tests = run({QStringLiteral("--export-csv"), QStringLiteral("-")});
+    EXPECT_EQ(tests.status, ExitFailed);
+    EXPECT_NE(tests.err.find(dir.paths().testsPath.string()), std::string::npos) << tests.err;
+    EXPECT_EQ(std::count(tests.err.begin(), tests.err.end(), '\n'), 1);
+    EXPECT_TRUE(tests.out.empty());
+
+    const fs::path nowhere = dir.path() / "no such class";
+    const Outcome missing = run({QStringLiteral("--export-csv"), QStringLiteral("-")}, nowhere);
+    EXPECT_EQ(missing.status, ExitFailed);
+    EXPECT_NE(missing.err.find(nowhere.string()), std::string::npos) << missing.err;
+    EXPECT_FALSE(fs::exists(nowhere));
+}
+
+TEST_F(JobsTest, OutputIntoTheDataFolderOrThatCannotBeWrittenIsRefused)
+{
+    writeClass();
+    const QString inside = QString::fromStdString((dir.path() / "class.csv").string());
+    const Outcome refused = run({QStringLiteral("--export-csv"), inside});
+    EXPECT_EQ(refused.status, ExitUsage);
+    EXPECT_NE(refused.err.find("data folder"), std::string::npos) << refused.err;
+    const Outcome viaDots =
+        run({QStringLiteral("--report-pdf"),
+             QString::fromStdString((dir.path() / ".." / "data" / "r.pdf").string())});
+    EXPECT_EQ(viaDots.status, ExitUsage);
+
+    const QString nowhere = outside("no such folder/class.csv");
+    for (const char *job : {"--export-csv", "--report-pdf"}) {
+        const Outcome failed = run({QString::fromLatin1(job), nowhere});
+        EXPECT_EQ(failed.status, ExitFailed) << job;
+        EXPECT_NE(failed.err.find(nowhere.toStdString()), std::string::npos) << failed.err;
+        EXPECT_EQ(std::count(failed.err.begin(), failed.err.end(), '\n'), 1) << failed.err;
+    }
+}
