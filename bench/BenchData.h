@@ -20,6 +20,8 @@ public:
     bool confirm(QWidget *parent, const QString &title, const QString &text) override;
     QString input(QWidget *parent, const QString &title, const QString &prompt,
                   const QString &defaultText = QString()) override;
+    QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
+                         const QString &filter) override;
 };
 
 class BenchData {

@@ -4,12 +4,16 @@
 #include "ResultsPanel.h"
 #include "core/StudentsFile.h"
 #include "help/HelpScreen.h"
+#include "reports/ClassReport.h"
+#include "reports/ClassResultsCsv.h"
 #include "ui/FileText.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
 
 #include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -19,6 +23,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QVBoxLayout>
 
 #include <filesystem>
@@ -177,15 +182,27 @@ QWidget *StudentsScreen::buildFooter()
     notesLayout->addWidget(
         new QLabel(QStringLiteral("(All changes are automatically stored)"), notes));
 
+    m_reportButton = button(QStringLiteral("cmdReport"), QStringLiteral("&Report\u2026"), footer);
+    m_reportButton->setAccessibleName(QStringLiteral("Class report"));
+    m_reportButton->setAccessibleDescription(
+        QStringLiteral("Every student's results by subject and level, to print or save as PDF"));
+    m_exportButton = button(QStringLiteral("cmdExport"), QStringLiteral("E&xport\u2026"), footer);
+    m_exportButton->setAccessibleName(QStringLiteral("Export results"));
+    m_exportButton->setAccessibleDescription(
+        QStringLiteral("Every student's results saved as a CSV file for spreadsheets"));
+    connect(m_reportButton, &QPushButton::clicked, this, &StudentsScreen::showReport);
+    connect(m_exportButton, &QPushButton::clicked, this, &StudentsScreen::exportResults);
     m_helpButton = button(QStringLiteral("cmdHelp"), QStringLiteral("Help"), footer);
     m_closeButton = button(QStringLiteral("cmdClose"), QStringLiteral("Close"), footer);
     m_closeButton->setDefault(true);
-    for (QPushButton *pushButton : {m_helpButton, m_closeButton})
+    for (QPushButton *pushButton : {m_reportButton, m_exportButton, m_helpButton, m_closeButton})
         pushButton->setMinimumWidth(100);
     connect(m_helpButton, &QPushButton::clicked, this, &StudentsScreen::showHelp);
     connect(m_closeButton, &QPushButton::clicked, this, &StudentsScreen::closeScreen);
 
     layout->addWidget(notes, 1);
+    layout->addWidget(m_reportButton);
+    layout->addWidget(m_exportButton);
     layout->addWidget(m_helpButton);
     layout->addWidget(m_closeButton);
     return footer;
@@ -194,6 +211,11 @@ QWidget *StudentsScreen::buildFooter()
 void StudentsScreen::setHelpOpener(HelpOpener openHelp)
 {
     m_openHelp = std::move(openHelp);
+}
+
+void StudentsScreen::setReportPreviewer(ReportPreviewer previewer)
+{
+    m_previewReport = std::move(previewer);
 }
 
 void StudentsScreen::centreOnScreen()
@@ -399,6 +421,39 @@ void StudentsScreen::showHelp()
 {
     if (m_openHelp)
         m_openHelp(this);
+}
+
+void StudentsScreen::showReport()
+{
+    std::optional<WaitCursor> wait(std::in_place);
+    const ClassReport report =
+        makeTodaysClassReport(m_session.bank, m_session.records, m_session.paths.dataDir);
+    wait.reset();
+    if (m_previewReport)
+        m_previewReport(this, report);
+}
+
+void StudentsScreen::exportResults()
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString suggested =
+        QDir(documents).filePath(QString::fromStdString(className(m_session.paths.dataDir)) +
+                                 QStringLiteral(" results.csv"));
+    QString chosen = m_session.prompt.saveFileName(this, QStringLiteral("Export Results"),
+                                                   suggested, QStringLiteral("CSV files (*.csv)"));
+    if (chosen.isEmpty())
+        return;
+    if (QFileInfo(chosen).suffix().isEmpty())
+        chosen += QStringLiteral(".csv");
+    std::optional<FileError> error;
+    {
+        const WaitCursor wait;
+        error =
+            saveClassResultsCsv(QDir(chosen).filesystemPath(), m_session.bank, m_session.records);
+    }
+    if (error)
+        m_session.prompt.stop(this, QStringLiteral("Tavrino"),
+                              QString::fromStdString(error->message()));
 }
 
 void StudentsScreen::closeScreen()

@@ -1,6 +1,8 @@
-// The Students screen: choose the current student, keep the roster, and see
-// everyone's results.
+// The Students screen: choose the current student, keep the roster, see
+// everyone's results, and take them away as a printed report or a CSV file.
 #pragma once
+
+#include "reports/ReportPreview.h"
 
 #include <QDialog>
 
@@ -27,6 +29,8 @@ public:
     // Opens the Students help page; tests replace it so that nothing blocks.
     using HelpOpener = std::function<void(QWidget *parent)>;
     void setHelpOpener(HelpOpener openHelp);
+    // Shows the class report; tests replace the print preview so that nothing blocks.
+    void setReportPreviewer(ReportPreviewer previewer);
 
     // What the user does on the screen; public so that tests can drive it.
     // Shows the student selected in the list: name, level and results.
@@ -41,6 +45,10 @@ public:
     void chooseLevel(int level);
     void chooseSubject();
     void showHelp();
+    // The class report of the roster as it stands, in a print preview.
+    void showReport();
+    // Asks for a file and writes every student's results to it as CSV.
+    void exportResults();
     void closeScreen();
     // The close step, run on every way of closing: the selected student becomes
     // the current one and the roster is saved.
@@ -67,6 +75,7 @@ private:
 
     Session &m_session;
     HelpOpener m_openHelp;
+    ReportPreviewer m_previewReport = previewClassReport;
     bool m_busy = false;   // the screen is filling its own controls
     bool m_loaded = false; // the roster was read, so closing may save it
 
@@ -76,6 +85,8 @@ private:
     QComboBox *m_subjectList = nullptr;
     QPushButton *m_addButton = nullptr;
     QPushButton *m_deleteButton = nullptr;
+    QPushButton *m_reportButton = nullptr;
+    QPushButton *m_exportButton = nullptr;
     QPushButton *m_helpButton = nullptr;
     QPushButton *m_closeButton = nullptr;
     ResultsPanel *m_results = nullptr;

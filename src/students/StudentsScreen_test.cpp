@@ -6,6 +6,8 @@
 #include "ResultsModel.h"
 #include "core/DefaultBank.h"
 #include "core/StudentsFile.h"
+#include "reports/ClassReport.h"
+#include "reports/ClassResultsCsv.h"
 #include "testsupport/ScreenAccess.h"
 #include "testsupport/ScriptedPrompt.h"
 #include "testsupport/ShownText.h"
@@ -28,6 +30,7 @@
 
 #include <fstream>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -304,11 +307,11 @@ TEST_F(StudentsScreenTest, GridShowsOneStudentOrOneSubjectAndResetsClearOnlyThei
     screen->show();
     auto *list = child<QListWidget>(*screen, "List1");
     EXPECT_EQ(screen->focusWidget(), list) << "the arrow keys choose a student at once";
-    EXPECT_EQ(
-        tabStops(*screen),
-        std::vector<std::string>({"List1", "cmdAddStudent", "cmdDelete", "txtStudent", "optLevel0",
-                                  "cmbSubject", "optByStudent", "cmdResetTotals_Student",
-                                  "cmdResetTotals_All", "cmdHelp", "cmdClose"}));
+    EXPECT_EQ(tabStops(*screen),
+              std::vector<std::string>({"List1", "cmdAddStudent", "cmdDelete", "txtStudent",
+                                        "optLevel0", "cmbSubject", "optByStudent",
+                                        "cmdResetTotals_Student", "cmdResetTotals_All", "cmdReport",
+                                        "cmdExport", "cmdHelp", "cmdClose"}));
     QTest::keyClick(list, Qt::Key_Down);
     EXPECT_EQ(child<QLineEdit>(*screen, "txtStudent")->text(), QStringLiteral("C"));
     list->setCurrentRow(1);
@@ -382,4 +385,49 @@ TEST_F(StudentsScreenTest, ALargeClassScrollsOnlyWhenNeededAndRefreshesInOneRese
     list->setCurrentRow(999);
     EXPECT_EQ(resets.count(), 1);
     EXPECT_EQ(cell(*view->model(), 2000, 0), QStringLiteral("Student 999"));
+}
+
+TEST_F(StudentsScreenTest, ReportAndExportTakeTheRosterAsItStandsFromTheKeyboard)
+{
+    writeRoster({"A", "B"});
+    auto screen = openScreen();
+    std::vector<ClassReport> previewed;
+    screen->setReportPreviewer(
+        [&previewed](QWidget *, const ClassReport &report) { previewed.push_back(report); });
+    tabStops(*screen); // shown and active, so that its mnemonics work
+    child<QLineEdit>(*screen, "txtStudent")->setText(QStringLiteral("Ann"));
+    EXPECT_EQ(spokenName(*child(*screen, "cmdReport")), "Class report");
+    EXPECT_EQ(spokenName(*child(*screen, "cmdExport")), "Export results");
+
+    // Alt+R: the report of the roster in memory, not yet saved.
+    // A mnemonic clicks its button a moment later, as the button is seen going down.
+    QTest::keyClick(screen->focusWidget(), Qt::Key_R, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !previewed.empty(); }));
+    ASSERT_EQ(previewed.size(), 1u);
+    EXPECT_EQ(previewed[0].title, "Class results: " + className(dir.path()));
+    ASSERT_EQ(previewed[0].tables.size(), session.bank.subjects.size());
+    EXPECT_EQ(previewed[0].tables[0].rows[0].name, "Ann");
+
+    // Alt+X: a file dialog; the file gets ".csv" when the name has no extension.
+    const std::filesystem::path chosen = dir.path().parent_path() / "class";
+    prompt.clear();
+    prompt.answerSaveFile(QString::fromStdString(chosen.string()));
+    QTest::keyClick(screen->focusWidget(), Qt::Key_X, Qt::AltModifier);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return prompt.last() != nullptr; }));
+    EXPECT_EQ(prompt.last()->kind, Kind::SaveFile);
+    EXPECT_TRUE(prompt.last()->defaultText.endsWith(QStringLiteral(".csv")));
+    std::ostringstream expected;
+    writeClassResultsCsv(expected, session.bank, session.records);
+    const std::vector<unsigned char> written = readFileBytes(chosen.string() + ".csv");
+    EXPECT_EQ(std::string(written.begin(), written.end()), expected.str());
+
+    // Cancelling writes nothing and says nothing; a failure is told, naming the file.
+    prompt.clear();
+    child<QPushButton>(*screen, "cmdExport")->click();
+    ASSERT_EQ(prompt.shown().size(), 1u);
+    const QString nowhere = QStringLiteral("/no/such/folder/class.csv");
+    prompt.answerSaveFile(nowhere);
+    child<QPushButton>(*screen, "cmdExport")->click();
+    ASSERT_EQ(prompt.last()->kind, Kind::Stop);
+    EXPECT_TRUE(prompt.last()->text.contains(nowhere)) << prompt.last()->text.toStdString();
 }

@@ -25,3 +25,14 @@ QString ScriptedPrompt::input(QWidget *, const QString &title, const QString &pr
     m_inputs.pop_front();
     return answer;
 }
+
+QString ScriptedPrompt::saveFileName(QWidget *, const QString &title, const QString &suggestedPath,
+                                     const QString &)
+{
+    m_shown.push_back({Shown::Kind::SaveFile, title, QString(), suggestedPath});
+    if (m_saveFiles.empty())
+        return QString();
+    QString answer = m_saveFiles.front();
+    m_saveFiles.pop_front();
+    return answer;
+}

@@ -13,16 +13,18 @@
 class ScriptedPrompt : public Prompt {
 public:
     struct Shown {
-        enum class Kind { Stop, Confirm, Input } kind;
+        enum class Kind { Stop, Confirm, Input, SaveFile } kind;
         QString title;
         QString text;
-        QString defaultText;
+        QString defaultText; // of an input box; the suggested path of a file dialog
     };
 
     // Answers for the next confirmations (OK when true) and input boxes, in order.
-    // With the script empty, a confirmation answers Cancel and an input box "".
+    // With the script empty, a confirmation answers Cancel and an input box or a
+    // file dialog "".
     void answerConfirm(bool ok) { m_confirms.push_back(ok); }
     void answerInput(const QString &text) { m_inputs.push_back(text); }
+    void answerSaveFile(const QString &path) { m_saveFiles.push_back(path); }
 
     const std::vector<Shown> &shown() const { return m_shown; }
     const Shown *last() const { return m_shown.empty() ? nullptr : &m_shown.back(); }
@@ -32,9 +34,12 @@ public:
     bool confirm(QWidget *parent, const QString &title, const QString &text) override;
     QString input(QWidget *parent, const QString &title, const QString &prompt,
                   const QString &defaultText = QString()) override;
+    QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
+                         const QString &filter) override;
 
 private:
     std::deque<bool> m_confirms;
     std::deque<QString> m_inputs;
+    std::deque<QString> m_saveFiles;
     std::vector<Shown> m_shown;
 };

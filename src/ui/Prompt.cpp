@@ -1,5 +1,6 @@
 #include "Prompt.h"
 
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 
@@ -33,4 +34,10 @@ QString DialogPrompt::input(QWidget *parent, const QString &title, const QString
     const QString answer = QInputDialog::getText(parent, title, displayed(prompt),
                                                  QLineEdit::Normal, defaultText, &accepted);
     return accepted ? answer : QString();
+}
+
+QString DialogPrompt::saveFileName(QWidget *parent, const QString &title,
+                                   const QString &suggestedPath, const QString &filter)
+{
+    return QFileDialog::getSaveFileName(parent, title, suggestedPath, filter);
 }

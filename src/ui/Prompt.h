@@ -1,5 +1,5 @@
-// The one way screens talk to the user in dialogs: message boxes, confirmations
-// and input boxes. Tests replace it with scripted answers.
+// The one way screens talk to the user in dialogs: message boxes, confirmations,
+// input boxes and the choice of a file to save. Tests replace it with scripted answers.
 #pragma once
 
 #include <QString>
@@ -17,6 +17,10 @@ public:
     // A modal input box; an empty text when the user cancels.
     virtual QString input(QWidget *parent, const QString &title, const QString &prompt,
                           const QString &defaultText = QString()) = 0;
+    // A file dialog for saving, opened on suggestedPath, asking before it replaces
+    // a file; the chosen path, or an empty text when the user cancels.
+    virtual QString saveFileName(QWidget *parent, const QString &title,
+                                 const QString &suggestedPath, const QString &filter) = 0;
 };
 
 // The real dialogs. Line breaks in texts are single carriage returns, shown as new lines.
@@ -26,4 +30,6 @@ public:
     bool confirm(QWidget *parent, const QString &title, const QString &text) override;
     QString input(QWidget *parent, const QString &title, const QString &prompt,
                   const QString &defaultText = QString()) override;
+    QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
+                         const QString &filter) override;
 };
