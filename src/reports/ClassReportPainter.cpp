@@ -1,6 +1,7 @@
 #include "reports/ClassReportPainter.h"
 
 #include "reports/HeatScale.h"
+#include "reports/ScoreGlyphs.h"
 
 #include <QFontMetricsF>
 #include <QLinearGradient>
@@ -49,9 +50,20 @@ ClassReportPainter::ClassReportPainter(QPagedPaintDevice &device, const ClassRep
     : m_device(device), m_report(report), m_titleFont(reportFont(20, true)),
       m_textFont(reportFont(9.5)), m_headingFont(reportFont(13, true)),
       m_captionFont(reportFont(9, true)), m_nameFont(reportFont(9)),
-      m_highFont(reportFont(11, true)), m_lastFont(reportFont(6.5)), m_footerFont(reportFont(7.5))
+      m_highFont(reportFont(11, true)), m_lastFont(reportFont(7)), m_footerFont(reportFont(7.5)),
+      m_highGlyphs(m_highFont, device), m_lastGlyphs(m_lastFont, device)
 {
+    for (std::size_t step = 0; step < m_palette.size(); ++step) {
+        const QColor fill = heatColour(static_cast<double>(step) / (m_palette.size() - 1));
+        m_palette[step] = {fill, textColourOn(fill) == QColor(Qt::black)};
+    }
     measure();
+}
+
+std::size_t ClassReportPainter::shadeStep(double shade) const
+{
+    const double step = std::lround(std::clamp(shade, 0.0, 1.0) * (m_palette.size() - 1));
+    return static_cast<std::size_t>(step);
 }
 
 void ClassReportPainter::measure()
@@ -171,15 +183,15 @@ void ClassReportPainter::paintLegend(QPainter &painter, double top)
     const double blockTop = top + Padding;
     painter.setPen(textColourOn(sample));
     painter.setFont(m_highFont);
-    const QString high = QStringLiteral("23");
-    const QString last = QStringLiteral("last 18");
-    painter.drawText(at(x + (m_cellWidth - textWidth(m_highFont, m_highWidths, 23, high)) / 2,
-                        blockTop + m_highAscent),
-                     high);
+    constexpr int High = 23;
+    constexpr int Last = 18;
+    painter.drawText(
+        at(x + (m_cellWidth - m_highGlyphs.width(High) / m_scale) / 2, blockTop + m_highAscent),
+        m_highGlyphs.text(High));
     painter.setFont(m_lastFont);
-    painter.drawText(at(x + (m_cellWidth - textWidth(m_lastFont, m_lastWidths, 18, last)) / 2,
+    painter.drawText(at(x + (m_cellWidth - m_lastGlyphs.width(Last) / m_scale) / 2,
                         blockTop + m_highHeight + m_lastAscent),
-                     last);
+                     m_lastGlyphs.text(Last));
     x += m_cellWidth + Padding * 2;
     caption(QStringLiteral("High score, large\nLast score, small"));
 
@@ -264,19 +276,35 @@ void ClassReportPainter::paintCells(QPainter &painter, const SubjectTable &table
     const std::vector<double> &heights = m_pagination.rowHeights;
     const std::size_t end = segment.firstRow + segment.rowCount;
 
-    // Backgrounds and names first, then the grid over them, then the numbers
-    // one font at a time, then the frames of the students' own levels.
-    painter.setFont(m_nameFont);
-    const QFontMetricsF name(m_nameFont, &m_device);
+    // Backgrounds first, all cells of a shade at once, and the names; then the
+    // grid over them, the numbers one font and one colour at a time, and the
+    // frames of the students' own levels.
+    for (std::vector<QRectF> &cells : m_shadedCells)
+        cells.clear();
     double y = top;
     for (std::size_t i = segment.firstRow; i < end; ++i) {
-        const ReportRow &row = table.rows[i];
         for (int level = 0; level < LevelCount; ++level) {
-            const ReportCell &cell = row.cells[level];
+            const ReportCell &cell = table.rows[i].cells[level];
             if (cell.hasResult)
-                painter.fillRect(box(cellLeft(level), y, m_cellWidth, heights[i]),
-                                 heatColour(cell.shade));
+                m_shadedCells[shadeStep(cell.shade)].push_back(
+                    box(cellLeft(level), y, m_cellWidth, heights[i]));
         }
+        y += heights[i];
+    }
+    painter.setPen(Qt::NoPen);
+    for (std::size_t step = 0; step < m_palette.size(); ++step) {
+        if (m_shadedCells[step].empty())
+            continue;
+        painter.setBrush(m_palette[step].fill);
+        painter.drawRects(m_shadedCells[step].data(), static_cast<int>(m_shadedCells[step].size()));
+    }
+    painter.setBrush(Qt::NoBrush);
+
+    painter.setFont(m_nameFont);
+    const QFontMetricsF name(m_nameFont, &m_device);
+    y = top;
+    for (std::size_t i = segment.firstRow; i < end; ++i) {
+        const ReportRow &row = table.rows[i];
         const QStringList &lines = m_nameLines[i];
         const double linesHeight = lines.size() * m_nameLine;
         double lineTop = y + std::max(Padding, (heights[i] - linesHeight) / 2);
@@ -306,9 +334,11 @@ void ClassReportPainter::paintCells(QPainter &painter, const SubjectTable &table
                          at(cellLeft(level), bottom));
 
     // The High and the Last of a cell, one above the other, centred as a block.
+    // All of a font's numbers in one colour go out together.
     const double block = m_minRowHeight - 2 * Padding;
-    auto numbers = [&](const QFont &font, std::unordered_map<int, double> &widths, bool high) {
-        painter.setFont(font);
+    auto numbers = [&](ScoreGlyphs &glyphs, bool high) {
+        ScoreGlyphs::Line onLight(glyphs);
+        ScoreGlyphs::Line onDark(glyphs);
         double rowTop = top;
         for (std::size_t i = segment.firstRow; i < end; ++i) {
             const double blockTop = rowTop + (heights[i] - block) / 2;
@@ -318,35 +348,27 @@ void ClassReportPainter::paintCells(QPainter &painter, const SubjectTable &table
                 const ReportCell &cell = table.rows[i].cells[level];
                 if (!cell.hasResult)
                     continue;
-                const int value = high ? cell.high : cell.last;
-                const QString shown =
-                    high ? QString::number(value) : QStringLiteral("last %1").arg(value);
-                const double width = textWidth(font, widths, value, shown);
-                painter.setPen(textColourOn(heatColour(cell.shade)));
-                painter.drawText(at(cellLeft(level) + (m_cellWidth - width) / 2, baseline), shown);
+                const int score = high ? cell.high : cell.last;
+                const double left =
+                    cellLeft(level) + (m_cellWidth - glyphs.width(score) / m_scale) / 2;
+                (m_palette[shadeStep(cell.shade)].darkText ? onLight : onDark)
+                    .add(score, at(left, baseline));
             }
             rowTop += heights[i];
         }
+        painter.setPen(Qt::black);
+        onLight.draw(painter);
+        painter.setPen(Qt::white);
+        onDark.draw(painter);
     };
-    numbers(m_highFont, m_highWidths, true);
-    numbers(m_lastFont, m_lastWidths, false);
+    numbers(m_highGlyphs, true);
+    numbers(m_lastGlyphs, false);
 
     y = top;
     for (std::size_t i = segment.firstRow; i < end; ++i) {
         paintOwnLevelFrame(painter, cellLeft(table.rows[i].level), y, heights[i]);
         y += heights[i];
     }
-}
-
-double ClassReportPainter::textWidth(const QFont &font, std::unordered_map<int, double> &known,
-                                     int key, const QString &shown)
-{
-    const auto found = known.find(key);
-    if (found != known.end())
-        return found->second;
-    const double width = QFontMetricsF(font, &m_device).horizontalAdvance(shown) / m_scale;
-    known.emplace(key, width);
-    return width;
 }
 
 void ClassReportPainter::paintFooter(QPainter &painter, int index)
@@ -360,4 +382,10 @@ void ClassReportPainter::paintFooter(QPainter &painter, int index)
                          QStringLiteral("  \u00b7  ") + text(m_report.date));
     painter.drawText(line, Qt::AlignRight | Qt::AlignBottom,
                      QStringLiteral("Page %1 of %2").arg(index + 1).arg(pageCount()));
+    // The legend in a line, for a page read on its own.
+    if (index > 0 && !m_report.tables.empty())
+        painter.drawText(
+            line, Qt::AlignHCenter | Qt::AlignBottom,
+            QStringLiteral("Large: High  \u00b7  small: Last  \u00b7  darker: a higher "
+                           "High at that level  \u00b7  framed: the student's level"));
 }

@@ -5,12 +5,14 @@
 
 #include "reports/ClassReport.h"
 #include "reports/ReportPagination.h"
+#include "reports/ScoreGlyphs.h"
 
+#include <QColor>
 #include <QFont>
 #include <QRectF>
 #include <QStringList>
 
-#include <unordered_map>
+#include <array>
 #include <vector>
 
 class QPagedPaintDevice;
@@ -52,10 +54,8 @@ private:
         return {x * m_scale, y * m_scale, width * m_scale, height * m_scale};
     }
     double cellLeft(int level) const { return m_nameWidth + level * m_cellWidth; }
-    // The width of a score's text in a font, in points; scores repeat, so the
-    // widths are kept by score.
-    double textWidth(const QFont &font, std::unordered_map<int, double> &known, int key,
-                     const QString &shown);
+    // The shade's place in the palette.
+    std::size_t shadeStep(double shade) const;
 
     QPagedPaintDevice &m_device;
     const ClassReport &m_report;
@@ -78,8 +78,17 @@ private:
     double m_highHeight = 0;
     double m_lastAscent = 0;
     double m_minRowHeight = 0;
-    std::unordered_map<int, double> m_highWidths;
-    std::unordered_map<int, double> m_lastWidths;
+    ScoreGlyphs m_highGlyphs;
+    ScoreGlyphs m_lastGlyphs;
+    // The heat scale in steps as fine as print tells apart, worked out once, and
+    // a page's cells by step, so that each shade is filled in one go.
+    struct Shade {
+        QColor fill;
+        bool darkText = true;
+    };
+    static constexpr std::size_t ShadeSteps = 32;
+    std::array<Shade, ShadeSteps> m_palette;
+    std::array<std::vector<QRectF>, ShadeSteps> m_shadedCells;
 
     std::vector<QStringList> m_nameLines;
     ReportPagination m_pagination;

@@ -1,11 +1,15 @@
 // The report drawn with real fonts: long names wrapped to the name column and
-// never cut, the pages the layout plans are the pages the PDF holds, and a
-// device that cannot be written is reported.
+// never cut, the pages the layout plans are the pages the PDF holds, a device
+// that cannot be written is reported, and scores drawn as runs of glyphs land
+// where their text would.
 #include "reports/ClassReportPainter.h"
 #include "reports/ReportPageSetup.h"
+#include "reports/ScoreGlyphs.h"
 
 #include <QBuffer>
 #include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
 #include <QPdfWriter>
 
 #include <gtest/gtest.h>
@@ -139,4 +143,51 @@ TEST(ClassReportPainter, FailsWhenTheFileCannotBeWritten)
     QPdfWriter writer(QStringLiteral("/nonexistent-folder-of-tavrino/report.pdf"));
     const ClassReport report = reportOf({"Ann"}, 1);
     EXPECT_FALSE(ClassReportPainter(writer, report).paint());
+}
+
+TEST(ScoreGlyphs, RunsOfScoresLandWhereTheirTextWould)
+{
+    // The same scores drawn one text at a time and as one run of glyphs.
+    QImage asText(400, 120, QImage::Format_RGB32);
+    QImage asRun(asText.size(), asText.format());
+    QFont font(QStringLiteral("Arial"));
+    font.setPixelSize(20);
+    const std::vector<std::pair<int, QPointF>> scores = {
+        {7, {10, 30}}, {-12, {60, 30}}, {105, {150, 30}}, {0, {10, 90}}, {-32768, {200, 90}}};
+
+    for (QImage *image : {&asText, &asRun}) {
+        image->fill(Qt::white);
+        ScoreGlyphs glyphs(font, *image);
+        QPainter painter(image);
+        painter.setPen(Qt::black);
+        painter.setFont(font);
+        ScoreGlyphs::Line line(glyphs);
+        for (const auto &[score, origin] : scores) {
+            if (image == &asText)
+                painter.drawText(origin, glyphs.text(score));
+            else
+                line.add(score, origin);
+        }
+        line.draw(painter);
+    }
+    auto ink = [](const QImage &image) {
+        QRect bounds;
+        int dark = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (qGray(image.pixel(x, y)) < 128) {
+                    bounds |= QRect(x, y, 1, 1);
+                    ++dark;
+                }
+        return std::make_pair(bounds, dark);
+    };
+    const auto [textBounds, textDark] = ink(asText);
+    const auto [runBounds, runDark] = ink(asRun);
+    EXPECT_GT(textDark, 200);
+    EXPECT_LE((textBounds.topLeft() - runBounds.topLeft()).manhattanLength(), 1);
+    EXPECT_LE((textBounds.bottomRight() - runBounds.bottomRight()).manhattanLength(), 1);
+    EXPECT_NEAR(runDark, textDark, textDark * 0.03);
+
+    ScoreGlyphs glyphs(font, asText);
+    EXPECT_NEAR(glyphs.width(-12), QFontMetricsF(font, &asText).horizontalAdvance("-12"), 0.5);
 }
