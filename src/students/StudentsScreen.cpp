@@ -431,6 +431,9 @@ void StudentsScreen::showReport()
     wait.reset();
     if (m_previewReport)
         m_previewReport(this, report);
+    // A bare X session (a kiosk) has no window manager to hand the keyboard
+    // back when the preview closes.
+    activateWindow();
 }
 
 void StudentsScreen::exportResults()
@@ -441,6 +444,7 @@ void StudentsScreen::exportResults()
                                  QStringLiteral(" results.csv"));
     QString chosen = m_session.prompt.saveFileName(this, QStringLiteral("Export Results"),
                                                    suggested, QStringLiteral("CSV files (*.csv)"));
+    activateWindow();
     if (chosen.isEmpty())
         return;
     if (QFileInfo(chosen).suffix().isEmpty())
