@@ -3,15 +3,12 @@
 #include "commandline/ClassData.h"
 #include "commandline/CommandLine.h"
 #include "reports/ClassReport.h"
-#include "reports/ClassReportPainter.h"
+#include "reports/ClassReportPdf.h"
 #include "reports/ClassResultsCsv.h"
-#include "reports/ReportPageSetup.h"
 
 #include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
-#include <QPdfWriter>
-#include <QSaveFile>
 
 #include <optional>
 #include <string>
@@ -82,15 +79,6 @@ int exportCsv(const JobContext &context)
     return ExitOk;
 }
 
-bool writePdf(QIODevice &device, const ClassReport &report)
-{
-    QPdfWriter writer(&device);
-    writer.setPageLayout(reportPageLayout(QLocale()));
-    writer.setTitle(QString::fromStdString(report.title));
-    writer.setCreator(QStringLiteral("Tavrino"));
-    return ClassReportPainter(writer, report).paint();
-}
-
 int reportPdf(const JobContext &context)
 {
     int status = ExitOk;
@@ -101,7 +89,7 @@ int reportPdf(const JobContext &context)
     if (context.value == StandardOutput) {
         QBuffer pdf;
         pdf.open(QIODevice::WriteOnly);
-        const bool painted = writePdf(pdf, report);
+        const bool painted = writeClassReportPdf(pdf, report);
         context.out.write(pdf.data().constData(), pdf.data().size());
         if (!painted || !context.out.flush()) {
             context.err << "tavrino: The report could not be written to standard output.\n";
@@ -109,12 +97,9 @@ int reportPdf(const JobContext &context)
         }
         return ExitOk;
     }
-    // Written beside the target and renamed over it, so a failure leaves no half file.
-    const fs::path target = targetPath(context);
-    QSaveFile file(QString::fromStdString(target.string()));
-    if (!file.open(QIODevice::WriteOnly) || !writePdf(file, report) || !file.commit()) {
-        context.err << "tavrino: The file \"" << target.string()
-                    << "\" could not be saved: " << file.errorString().toStdString() << ".\n";
+    if (const std::optional<std::string> problem =
+            saveClassReportPdf(targetPath(context), report)) {
+        context.err << "tavrino: " << *problem << '\n';
         return ExitFailed;
     }
     return ExitOk;
@@ -128,7 +113,7 @@ const std::vector<Job> &jobs()
         {QStringLiteral("export-csv"), QStringLiteral("file"),
          QStringLiteral("Write the results as CSV to FILE (- for stdout)."), exportCsv},
         {QStringLiteral("report-pdf"), QStringLiteral("file"),
-         QStringLiteral("Write the class report as PDF to FILE."), reportPdf},
+         QStringLiteral("Write the class report as PDF to FILE (- for stdout)."), reportPdf},
     };
     return all;
 }

@@ -14,6 +14,7 @@ class QListWidget;
 class QPushButton;
 class LevelButtons;
 class ResultsPanel;
+struct ClassReport;
 struct Session;
 
 class StudentsScreen : public QDialog {
@@ -45,8 +46,10 @@ public:
     void chooseLevel(int level);
     void chooseSubject();
     void showHelp();
-    // The class report of the roster as it stands, in a print preview.
+    // The class report of the roster as it stands, in a print preview; one of
+    // more than MaxPreviewPages pages is offered as a PDF file instead.
     void showReport();
+    static constexpr int MaxPreviewPages = 100;
     // Asks for a file and writes every student's results to it as CSV.
     void exportResults();
     void closeScreen();
@@ -71,6 +74,7 @@ private:
     void fillControls();
     void askFirstName();
     void selectCurrentSubject();
+    void saveLongReport(const ClassReport &report, int pages);
     int selectedStudent() const;
 
     Session &m_session;

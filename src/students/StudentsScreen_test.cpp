@@ -431,3 +431,27 @@ TEST_F(StudentsScreenTest, ReportAndExportTakeTheRosterAsItStandsFromTheKeyboard
     ASSERT_EQ(prompt.last()->kind, Kind::Stop);
     EXPECT_TRUE(prompt.last()->text.contains(nowhere)) << prompt.last()->text.toStdString();
 }
+
+TEST_F(StudentsScreenTest, AReportTooLongToPreviewIsOfferedAsAPdfFile)
+{
+    writeRoster(std::vector<std::string>(400, "Student"));
+    auto screen = openScreen();
+    int previews = 0;
+    screen->setReportPreviewer([&previews](QWidget *, const ClassReport &) { ++previews; });
+
+    // Cancel: nothing is written.
+    screen->showReport();
+    EXPECT_EQ(lastConfirm(), "Class Report");
+    EXPECT_TRUE(prompt.last()->text.contains(QStringLiteral("too many"))) << "pages";
+
+    const std::filesystem::path chosen = dir.path().parent_path() / "report";
+    prompt.answerConfirm(true);
+    prompt.answerSaveFile(QString::fromStdString(chosen.string()));
+    screen->showReport();
+    EXPECT_EQ(prompt.last()->kind, Kind::SaveFile);
+    EXPECT_TRUE(prompt.last()->defaultText.endsWith(QStringLiteral(".pdf")));
+    const std::vector<unsigned char> pdf = readFileBytes(chosen.string() + ".pdf");
+    EXPECT_EQ(std::string(pdf.begin(), pdf.begin() + std::min<std::size_t>(5, pdf.size())),
+              "%PDF-");
+    EXPECT_EQ(previews, 0);
+}
