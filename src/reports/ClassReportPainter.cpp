@@ -148,7 +148,8 @@ void ClassReportPainter::paintTitle(QPainter &painter)
     const QFontMetricsF body(m_textFont, &m_device);
     painter.setPen(Qt::black);
     painter.setFont(m_titleFont);
-    painter.drawText(at(0, title.ascent() / m_scale), text(m_report.title));
+    painter.drawText(at(0, title.ascent() / m_scale),
+                     title.elidedText(text(m_report.title), Qt::ElideRight, m_width * m_scale));
     double y = title.lineSpacing() / m_scale + TitleGap;
     const QString students = m_report.studentCount == 1
                                  ? QStringLiteral("1 student")
@@ -377,15 +378,21 @@ void ClassReportPainter::paintFooter(QPainter &painter, int index)
     const QRectF line = box(0, top, m_width, FooterHeight);
     painter.setFont(m_footerFont);
     painter.setPen(QuietText);
-    painter.drawText(line, Qt::AlignLeft | Qt::AlignBottom,
-                     QStringLiteral("Tavrino  \u00b7  ") + text(m_report.title) +
-                         QStringLiteral("  \u00b7  ") + text(m_report.date));
-    painter.drawText(line, Qt::AlignRight | Qt::AlignBottom,
-                     QStringLiteral("Page %1 of %2").arg(index + 1).arg(pageCount()));
-    // The legend in a line, for a page read on its own.
+    // The legend in a line, for a page read on its own, in the middle; the
+    // title on the left is shortened rather than run into it.
+    QString key;
     if (index > 0 && !m_report.tables.empty())
-        painter.drawText(
-            line, Qt::AlignHCenter | Qt::AlignBottom,
-            QStringLiteral("Large: High  \u00b7  small: Last  \u00b7  darker: a higher "
-                           "High at that level  \u00b7  framed: the student's level"));
+        key = QStringLiteral("large: High  \u00b7  small: Last  \u00b7  darker: a higher High at "
+                             "that level  \u00b7  framed: own level");
+    const QFontMetricsF metrics(m_footerFont, &m_device);
+    const QString page = QStringLiteral("Page %1 of %2").arg(index + 1).arg(pageCount());
+    const double room =
+        key.isEmpty() ? line.width() - metrics.horizontalAdvance(page) - TitleGap * m_scale
+                      : (line.width() - metrics.horizontalAdvance(key)) / 2 - TitleGap * m_scale;
+    painter.drawText(line, Qt::AlignRight | Qt::AlignBottom, page);
+    painter.drawText(line, Qt::AlignHCenter | Qt::AlignBottom, key);
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignBottom,
+                     metrics.elidedText(text(m_report.title) + QStringLiteral("  \u00b7  ") +
+                                            text(m_report.date),
+                                        Qt::ElideRight, room));
 }
