@@ -4,17 +4,12 @@
 #include "ResultsPanel.h"
 #include "core/StudentsFile.h"
 #include "help/HelpScreen.h"
-#include "reports/ClassReport.h"
-#include "reports/ClassReportPdf.h"
-#include "reports/ClassResultsCsv.h"
 #include "ui/FileText.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
 
 #include <QComboBox>
-#include <QDir>
-#include <QFileInfo>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -22,10 +17,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QLocale>
 #include <QPushButton>
 #include <QScreen>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 
 #include <filesystem>
@@ -213,11 +206,6 @@ QWidget *StudentsScreen::buildFooter()
 void StudentsScreen::setHelpOpener(HelpOpener openHelp)
 {
     m_openHelp = std::move(openHelp);
-}
-
-void StudentsScreen::setReportPreviewer(ReportPreviewer previewer)
-{
-    m_previewReport = std::move(previewer);
 }
 
 void StudentsScreen::centreOnScreen()
@@ -423,76 +411,6 @@ void StudentsScreen::showHelp()
 {
     if (m_openHelp)
         m_openHelp(this);
-}
-
-void StudentsScreen::showReport()
-{
-    std::optional<WaitCursor> wait(std::in_place);
-    const ClassReport report =
-        makeTodaysClassReport(m_session.bank, m_session.records, m_session.paths.dataDir);
-    const int pages = classReportPageCount(report);
-    wait.reset();
-    if (pages > MaxPreviewPages) {
-        saveLongReport(report, pages);
-    } else if (m_previewReport) {
-        m_previewReport(this, report);
-    }
-    // A bare X session (a kiosk) has no window manager to hand the keyboard
-    // back when the preview or the file dialog closes.
-    activateWindow();
-}
-
-void StudentsScreen::saveLongReport(const ClassReport &report, int pages)
-{
-    // The preview keeps every page it shows in memory, a few gigabytes for a
-    // report of thousands of pages; a PDF file is written a page at a time.
-    if (!m_session.prompt.confirm(
-            this, QStringLiteral("Class Report"),
-            QStringLiteral("The report has %1 pages, too many to show in a preview.\rSave it as a "
-                           "PDF file instead, to open or print from there?")
-                .arg(QLocale().toString(pages))))
-        return;
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    QString chosen = m_session.prompt.saveFileName(
-        this, QStringLiteral("Save Class Report"),
-        QDir(documents).filePath(QString::fromStdString(className(m_session.paths.dataDir)) +
-                                 QStringLiteral(" report.pdf")),
-        QStringLiteral("PDF files (*.pdf)"));
-    if (chosen.isEmpty())
-        return;
-    if (QFileInfo(chosen).suffix().isEmpty())
-        chosen += QStringLiteral(".pdf");
-    std::optional<std::string> problem;
-    {
-        const WaitCursor wait;
-        problem = saveClassReportPdf(QDir(chosen).filesystemPath(), report);
-    }
-    if (problem)
-        m_session.prompt.stop(this, QStringLiteral("Tavrino"), QString::fromStdString(*problem));
-}
-
-void StudentsScreen::exportResults()
-{
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString suggested =
-        QDir(documents).filePath(QString::fromStdString(className(m_session.paths.dataDir)) +
-                                 QStringLiteral(" results.csv"));
-    QString chosen = m_session.prompt.saveFileName(this, QStringLiteral("Export Results"),
-                                                   suggested, QStringLiteral("CSV files (*.csv)"));
-    activateWindow();
-    if (chosen.isEmpty())
-        return;
-    if (QFileInfo(chosen).suffix().isEmpty())
-        chosen += QStringLiteral(".csv");
-    std::optional<FileError> error;
-    {
-        const WaitCursor wait;
-        error =
-            saveClassResultsCsv(QDir(chosen).filesystemPath(), m_session.bank, m_session.records);
-    }
-    if (error)
-        m_session.prompt.stop(this, QStringLiteral("Tavrino"),
-                              QString::fromStdString(error->message()));
 }
 
 void StudentsScreen::closeScreen()
