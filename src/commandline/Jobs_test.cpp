@@ -204,3 +204,19 @@ TEST_F(JobsTest, OutputIntoTheDataFolderOrThatCannotBeWrittenIsRefused)
         EXPECT_EQ(std::count(failed.err.begin(), failed.err.end(), '\n'), 1) << failed.err;
     }
 }
+
+TEST_F(JobsTest, AStudentsFileWiderThanTheBankGivesTheBanksSubjects)
+{
+    // Saved after a subject was added, with the Tests file gone since: the
+    // built-in bank is read, and the added subject's results stay in the file.
+    addSubject(bank, "Latin");
+    addSubjectResults(records, bank.subjectMax);
+    records.students[0].results[bank.subjectMax].high[0] = 7;
+    ASSERT_FALSE(saveStudents(records, dir.paths().studentsPath).has_value());
+
+    const Outcome outcome = run({QStringLiteral("--export-csv"), QStringLiteral("-")});
+    EXPECT_EQ(outcome.status, ExitOk) << outcome.err;
+    EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'),
+              1 + 2 * (bank.subjectMax) * LevelCount);
+    EXPECT_EQ(outcome.out.find("Latin"), std::string::npos);
+}

@@ -5,6 +5,8 @@
 #include "reports/HeatScale.h"
 #include "reports/ReportPageSetup.h"
 
+#include "core/StudentsFile.h"
+
 #include <QRectF>
 
 #include <gtest/gtest.h>
@@ -96,11 +98,22 @@ TEST(ClassReport, TablesForSubjectsWithResultsShadedOnEachLevelsRange)
 TEST(ClassReport, ShowsTheBanksSubjectsWhateverTheStudentsFileHolds)
 {
     const TestBank bank = bankOf({"Arithmetic", "Spelling"});
+    // Saved with three subjects, and with one: read with the bank's two.
+    StudentRecords wide;
+    wide.students = {studentOf("Wide", 0, 3)};
+    score(wide.students[0], 2, 0, 9, 9); // a subject the bank no longer has
+    score(wide.students[0], 1, 4, 1, 2);
+    StudentRecords narrow;
+    narrow.students = {studentOf("Narrow", 0, 1)};
+    score(narrow.students[0], 0, 4, 1, 2);
     StudentRecords records;
-    records.students = {studentOf("Wide", 0, 3), studentOf("Narrow", 0, 1)};
-    score(records.students[0], 2, 0, 9, 9); // a subject the bank no longer has
-    score(records.students[0], 1, 4, 1, 2);
-    score(records.students[1], 0, 4, 1, 2);
+    for (const StudentRecords *saved : {&wide, &narrow}) {
+        std::string bytes;
+        ASSERT_FALSE(encodeStudentsFile(*saved, "Tavrino_Students.dat", bytes).has_value());
+        StudentRecords read;
+        ASSERT_TRUE(decodeStudentsFile(read, bank, bytes, "Tavrino_Students.dat").ok());
+        records.students.push_back(read.students.at(0));
+    }
 
     const ClassReport report = makeClassReport(bank, records, "t", "d");
     ASSERT_EQ(report.tables.size(), 2u);

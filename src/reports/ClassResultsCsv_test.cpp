@@ -3,6 +3,8 @@
 // the bank.
 #include "reports/ClassResultsCsv.h"
 
+#include "core/StudentsFile.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -36,6 +38,18 @@ Student studentOf(const std::string &name, std::size_t subjectCount)
             student.results[s].high[level] = static_cast<int16_t>(1000 + s * 100 + level);
         }
     return student;
+}
+
+// The students as the bank reads them back from a Students file they were saved to.
+std::vector<Student> readThrough(const TestBank &bank, std::vector<Student> students)
+{
+    StudentRecords saved;
+    saved.students = std::move(students);
+    std::string bytes;
+    EXPECT_FALSE(encodeStudentsFile(saved, "Tavrino_Students.dat", bytes).has_value());
+    StudentRecords read;
+    EXPECT_TRUE(decodeStudentsFile(read, bank, bytes, "Tavrino_Students.dat").ok());
+    return read.students;
 }
 
 std::string csvOf(const TestBank &bank, const StudentRecords &records)
@@ -104,7 +118,9 @@ TEST(ClassResultsCsv, WritesTheBanksSubjectsWhateverTheStudentsFileHolds)
     StudentRecords records;
     // A file wider than the bank keeps results of a subject the bank no longer
     // has; one narrower has none yet for the bank's last subject.
-    records.students = {studentOf("Wide", 3), studentOf("Narrow", 1)};
+    records.students = readThrough(bank, {studentOf("Wide", 3)});
+    ASSERT_EQ(records.students[0].extraResults.size(), 1u);
+    records.students.push_back(readThrough(bank, {studentOf("Narrow", 1)}).at(0));
     const std::vector<std::string> rows = rowsOf(csvOf(bank, records));
 
     ASSERT_EQ(rows.size(), 1u + 2 * 2 * LevelCount);
