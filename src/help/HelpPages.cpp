@@ -244,8 +244,10 @@ QString testsHelpPage()
         "<ul><li><b>3 + 1</b><li><b>3 - 2</b><li><b>2 + 2</b><li><b>5 - 3</b></ul>",
         "<p><b><u>Alternate (switch) Positions of Numbers:</u></b><br>",
         "With <b>Yes</b>, the two numbers change places on every second question, so that the "
-        "Student practises both ways round. For example, at Level 6 (the table of 6):",
-        "<ul><li><b>4 x 6</b><li><b>6 x 9</b><li><b>2 x 6</b><li><b>6 x 11</b></ul>",
+        "Student practises both ways round. For example, at Level 3 (where it is <b>Yes</b> "
+        "from the start) with the Multiplication ranges set to 7 - 7 for Number 1 and 2 - 10 "
+        "for Number 2:",
+        "<ul><li><b>4 x 7</b><li><b>7 x 9</b><li><b>2 x 7</b><li><b>7 x 5</b></ul>",
         "<p>With <b>No</b>, the first number always stays first.",
         "<p><b><u>Alternate Position of 'Blank box':</u></b><br>",
         "With <b>Yes</b>, the box that the Student fills in moves from question to question: "
