@@ -11,7 +11,8 @@ void rollWheel(QWidget &widget, int notches)
     const QPointF centre = QRectF(widget.rect()).center();
     QWheelEvent wheel(centre, widget.mapToGlobal(centre), QPoint(), QPoint(0, notches * NotchAngle),
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    // Only an event from the window system passes on to the parents.
+    // Only an event from the window system passes on to the parents; sendEvent()
+    // would mark it as sent by the program.
     QSpontaneKeyEvent::setSpontaneous(&wheel);
-    QApplication::sendEvent(&widget, &wheel);
+    QApplication::instance()->notify(&widget, &wheel);
 }
