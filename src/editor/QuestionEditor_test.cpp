@@ -194,6 +194,7 @@ TEST_F(QuestionEditorTest, QuestionsAChildCouldNotAnswerAreMarkedAndCountedAndSa
 {
     open(2).show(); // Geography: every built-in question is complete
     auto *line = control<QLabel>("lblQuestionProblems");
+    ASSERT_NE(line, nullptr);
     EXPECT_TRUE(line->isHidden());
     const auto marked = [this](int row) {
         return grid()->model()->index(row, 3).data(Qt::BackgroundRole).isValid();

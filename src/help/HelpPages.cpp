@@ -173,6 +173,9 @@ QString studentsHelpPage()
         "<p>Each Subject (or Student) takes two rows: the upper row is the <b>Last</b> "
         "(most recent) score at each Level, and the lower row, in red, is the <b>High</b> "
         "(Highest) score. The column of the Student's own Level is shown in bold.",
+        "<p>To look through a long grid from the keyboard, press <b>[Tab]</b> until the grid "
+        "is reached, then use the arrow keys, <b>[Page Up]</b>, <b>[Page Down]</b>, "
+        "<b>[Home]</b> and <b>[End]</b>.",
         "<p><b><u>Resetting Scores</u></b><br>",
         "To start again from zero (for example, at the beginning of a new school year), use "
         "one of these buttons; each asks you to confirm first:",
@@ -201,6 +204,10 @@ QString testsHelpPage()
         "Click a question at the Level you want, then click <b>[Add Question]</b> (or press "
         "<b>[Insert]</b> on the grid). An empty question is added at the end of that Level: "
         "type the question, the right answer and the three wrong answers.",
+        "<p>A question that a child could not answer fairly is shaded red: one without a "
+        "question (Spelling may go without), with an empty answer, or with the same answer "
+        "twice. Point at it to see why; the line under the grid counts them. Such a question "
+        "is kept as it is until you mend it.",
         "<p><b><u>Delete Question:</u></b><br>",
         "Click the question, then click <b>[Delete Question]</b> (or press <b>[Delete]</b> on "
         "the grid) and confirm. Every Subject must keep at least one question.",

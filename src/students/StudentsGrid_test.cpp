@@ -50,14 +50,14 @@ TEST_F(StudentsScreenTest, TheSelectedPairStaysWholeInViewWhateverScrollsTheGrid
     auto *list = child<QListWidget>(*screen, "List1");
     ASSERT_EQ(rowsInView(*view) % 2, 0) << "the grid holds whole pairs";
 
-    // A notch of the wheel moves whole pairs, down and back up; the students
-    // chosen then, up to and past the bottom of the grid, are seen whole.
+    // A notch of the wheel moves whole pairs, down and back up. The student on
+    // the last rows in view is seen whole, and the one below them scrolls up.
     for (const int notches : {-1, -2, 1}) {
         rollWheel(*view->viewport(), notches);
         const int top = view->rowAt(0);
         EXPECT_EQ(top % 2, 1) << "a Last row on top after " << notches;
-        const int firstItem = (top - 1) / 2;
-        for (int student = firstItem; student < firstItem + rowsInView(*view) / 2 + 2; ++student) {
+        const int bottom = (top + rowsInView(*view) - 2) / 2;
+        for (const int student : {bottom, bottom + 1}) {
             list->setCurrentRow(student);
             EXPECT_TRUE(pairInView(*view, 2 * student + 1)) << student << " after " << notches;
         }
