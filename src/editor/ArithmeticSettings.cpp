@@ -120,6 +120,8 @@ QLayout *ArithmeticSettings::buildLevelRow()
     m_switchBlanksList = newYesNoList(QStringLiteral("cmbSwitchBlanks"), this);
     auto *revert = new QPushButton(QStringLiteral("Revert this Subject to Default"), this);
     revert->setObjectName(QStringLiteral("cmdRevert2"));
+    // Enter closes the screen from here too, as from every other button on it.
+    revert->setAutoDefault(false);
 
     connect(m_levelList, &QComboBox::activated, this, &ArithmeticSettings::chooseLevel);
     connect(m_switchNumbersList, &QComboBox::activated, this,

@@ -15,6 +15,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPalette>
 #include <QPushButton>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -71,6 +72,7 @@ QuestionEditor::QuestionEditor(Session &session, QWidget *parent)
 
     // The grid is built first, so that Tab visits it before the fields below it.
     QWidget *grid = buildGrid();
+    buildProblemLine(bold);
     auto *editing = new QHBoxLayout;
     editing->addWidget(buildFields(), 1);
     editing->addSpacing(12);
@@ -78,6 +80,7 @@ QuestionEditor::QuestionEditor(Session &session, QWidget *parent)
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(grid, 1);
+    layout->addWidget(m_problemLine);
     layout->addWidget(hint);
     layout->addLayout(editing);
 }
@@ -117,6 +120,20 @@ QWidget *QuestionEditor::buildGrid()
     connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &QuestionEditor::chooseQuestion);
     return m_grid;
+}
+
+void QuestionEditor::buildProblemLine(const QFont &font)
+{
+    m_problemLine = new QLabel(this);
+    m_problemLine->setObjectName(QStringLiteral("lblQuestionProblems"));
+    m_problemLine->setWordWrap(true);
+    m_problemLine->setTextFormat(Qt::PlainText);
+    m_problemLine->setFont(font);
+    QPalette warning = m_problemLine->palette();
+    warning.setColor(QPalette::WindowText, QColor(160, 0, 0));
+    m_problemLine->setPalette(warning);
+    m_problemLine->hide();
+    connect(m_model, &QuestionGridModel::problemsChanged, this, &QuestionEditor::showProblemCount);
 }
 
 QWidget *QuestionEditor::buildFields()
@@ -302,12 +319,21 @@ void QuestionEditor::moveQuestionToLevel()
         texts[i] = m_fieldBoxes[i]->text();
     removeSelectedQuestion();
     m_editedLevel = m_levelList->currentIndex();
-    addQuestion();
+    // The focus stays on the list: the next key typed there chooses a level
+    // again (keys typed quickly spell one, as "1" then "2" does 12) and never
+    // lands in the question's text.
+    appendQuestion();
     for (int i = 0; i < 5; ++i)
         m_fieldBoxes[i]->setText(texts[i]);
 }
 
 void QuestionEditor::addQuestion()
+{
+    appendQuestion();
+    m_fieldBoxes[0]->setFocus();
+}
+
+void QuestionEditor::appendQuestion()
 {
     WaitCursor wait;
     TestBank &bank = m_session.bank;
@@ -322,7 +348,6 @@ void QuestionEditor::addQuestion()
     fillGrid();
     selectRow(m_model->lastRowOfLevel(m_levelList->currentIndex()));
     keepInView();
-    m_fieldBoxes[0]->setFocus();
 }
 
 void QuestionEditor::deleteQuestion()
@@ -367,6 +392,27 @@ void QuestionEditor::revertToDefaults()
     restoreDefaults(m_session.bank);
     m_session.bank.subjects[subject].adjacentLevels = true;
     emit reverted();
+}
+
+void QuestionEditor::showProblemCount()
+{
+    QStringList lines;
+    if (const int incomplete = m_model->incompleteCount(); incomplete == 1)
+        lines << QStringLiteral(
+            "1 question is incomplete: children would see an empty question or answer.");
+    else if (incomplete > 1)
+        lines << QStringLiteral(
+                     "%1 questions are incomplete: children would see empty questions or answers.")
+                     .arg(incomplete);
+    if (const int repeated = m_model->repeatedCount(); repeated == 1)
+        lines << QStringLiteral(
+            "1 question repeats an answer: children would see two buttons alike.");
+    else if (repeated > 1)
+        lines << QStringLiteral(
+                     "%1 questions repeat an answer: children would see two buttons alike.")
+                     .arg(repeated);
+    m_problemLine->setText(lines.join(QLatin1Char('\n')));
+    m_problemLine->setVisible(!lines.isEmpty());
 }
 
 bool QuestionEditor::eventFilter(QObject *watched, QEvent *event)

@@ -11,6 +11,7 @@ struct Session;
 class QuestionGridModel;
 class QCheckBox;
 class QComboBox;
+class QFont;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -50,6 +51,9 @@ public:
     void storeAdjacentLevels();
     // Asks first, then restores a built-in subject's questions.
     void revertToDefaults();
+    // The line under the grid that counts the questions a child could not
+    // answer fairly; hidden when there are none.
+    void showProblemCount();
 
 signals:
     // A built-in subject's defaults were restored; the screen shows the subject anew.
@@ -60,13 +64,17 @@ protected:
 
 private:
     QWidget *buildGrid();
+    void buildProblemLine(const QFont &font);
     QWidget *buildFields();
     QWidget *buildButtons();
     int currentRow() const;
+    // An empty question at the end of the edited level, selected.
+    void appendQuestion();
 
     Session &m_session;
     QuestionGridModel *m_model = nullptr;
     QTableView *m_grid = nullptr;
+    QLabel *m_problemLine = nullptr;
     QComboBox *m_levelList = nullptr;
     std::array<QLineEdit *, 5> m_fieldBoxes{}; // the question's five texts
     QCheckBox *m_adjacentLevelsBox = nullptr;

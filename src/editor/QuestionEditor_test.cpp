@@ -1,6 +1,10 @@
 // The question frame of the Tests screen: the grid, edits and odd texts, adding,
-// deleting, moving and reverting questions.
+// deleting, moving and reverting questions, the marks on questions a child
+// could not answer, and the level list typed into.
 #include "TestsScreenFixture_test.h"
+
+#include <QApplication>
+#include <QLabel>
 
 namespace {
 
@@ -184,6 +188,110 @@ TEST_F(QuestionEditorTest, RevertingSpellingBringsBackItsQuestionsAndFlagAndRows
         EXPECT_EQ(grid()->rowAt(0), top) << row;
     }
     EXPECT_EQ(txt(1)->text(), QString::fromStdString(question(1, 4, 11).text));
+}
+
+TEST_F(QuestionEditorTest, QuestionsAChildCouldNotAnswerAreMarkedAndCountedAndSavedAsTyped)
+{
+    open(2).show(); // Geography: every built-in question is complete
+    auto *line = control<QLabel>("lblQuestionProblems");
+    ASSERT_NE(line, nullptr);
+    EXPECT_TRUE(line->isHidden());
+    const auto marked = [this](int row) {
+        return grid()->model()->index(row, 3).data(Qt::BackgroundRole).isValid();
+    };
+    const auto tip = [this](int row) {
+        return utf8(grid()->model()->index(row, 0).data(Qt::ToolTipRole).toString());
+    };
+    EXPECT_FALSE(marked(0));
+
+    // A new question is empty: its row is marked, says why, and is counted.
+    clickRow(0);
+    click("cmdAdd");
+    const int added = currentRow();
+    EXPECT_TRUE(marked(added) && !marked(added - 1));
+    EXPECT_NE(tip(added).find("The question is empty"), std::string::npos) << tip(added);
+    EXPECT_NE(tip(added).find("All four answers are empty"), std::string::npos) << tip(added);
+    EXPECT_FALSE(line->isHidden());
+    EXPECT_EQ(utf8(line->text()),
+              "1 question is incomplete: children would see an empty question or answer.");
+
+    // Filled in with a wrong answer like the right one, it is counted apart.
+    const char *const typed[] = {"Capital of Peru", "Lima", "Lima ", "Quito", "Cusco"};
+    for (int field = 1; field <= 5; ++field)
+        QTest::keyClicks(txt(field), QString::fromLatin1(typed[field - 1]));
+    EXPECT_TRUE(marked(added));
+    EXPECT_EQ(tip(added),
+              "Wrong answer 1 is the same as the right answer: children would see two buttons "
+              "alike.");
+    EXPECT_EQ(utf8(line->text()),
+              "1 question repeats an answer: children would see two buttons alike.");
+
+    // Two incomplete questions and the twin: both counts, in the plural too.
+    click("cmdAdd");
+    click("cmdAdd");
+    EXPECT_EQ(utf8(line->text()),
+              "2 questions are incomplete: children would see empty questions or answers.\n"
+              "1 question repeats an answer: children would see two buttons alike.");
+    // Mended, a question is no longer marked; the last one gone, the line goes.
+    clickRow(added);
+    txt(3)->setText(QStringLiteral("Bogota"));
+    EXPECT_FALSE(marked(added));
+    for (const int row : {added + 1, added + 1}) {
+        clickRow(row);
+        prompt.answerConfirm(true);
+        click("cmdDelete");
+    }
+    EXPECT_TRUE(line->isHidden());
+
+    // The file holds what was typed, blanks and all, and nothing more.
+    clickRow(added);
+    txt(3)->setText(QStringLiteral("Lima "));
+    click("cmdAdd");
+    click("cmdClose");
+    const TestBank saved = loadedTests();
+    const Question &twin = saved.questionBank[2].items()[0][6];
+    EXPECT_EQ(twin.answer + "|" + twin.wrong1, "Lima|Lima ");
+    EXPECT_EQ(saved.limits[2].lastQuestion[0], 7);
+    EXPECT_TRUE(saved.questionBank[2].items()[0][7].text.empty());
+}
+
+TEST_F(QuestionEditorTest, KeysTypedInTheLevelListChooseTheLevelAndStayThere)
+{
+    QWidget &screen = open(1);
+    screen.show();
+    screen.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
+    clickRow(36); // level 3, the first question
+    const Question moved = question(1, 3, 0);
+    const Question atLevel1 = question(1, 1, 11);
+    auto *levels = control<QComboBox>("cmbLevel");
+    levels->setFocus();
+
+    // Typed quickly, "1" then "2" chooses level 12; each key goes where the
+    // focus is, as on a real keyboard.
+    for (const char key : {'1', '2'})
+        QTest::keyClick(QApplication::focusWidget(), key);
+    EXPECT_EQ(QApplication::focusWidget(), levels);
+    EXPECT_EQ(levels->currentText(), QStringLiteral("12"));
+    EXPECT_EQ(session.bank.limits[1].lastQuestion[3], 10);
+    EXPECT_EQ(session.bank.limits[1].lastQuestion[12], 12);
+    const Question &atLevel12 = question(1, 12, 12);
+    EXPECT_EQ((std::vector<std::string>{atLevel12.text, atLevel12.answer, atLevel12.wrong1,
+                                        atLevel12.wrong2, atLevel12.wrong3}),
+              (std::vector<std::string>{moved.text, moved.answer, moved.wrong1, moved.wrong2,
+                                        moved.wrong3}));
+    EXPECT_EQ(utf8(txt(1)->text()), moved.text);
+    // No level passed through on the way keeps anything of it.
+    for (int level = 0; level < 12; ++level)
+        EXPECT_EQ(session.bank.limits[1].lastQuestion[level], level == 3 ? 10 : 11) << level;
+    EXPECT_EQ(question(1, 1, 11).text, atLevel1.text);
+
+    // The arrow keys choose a level the same way; Tab then leaves the list.
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+    EXPECT_EQ(session.bank.limits[1].lastQuestion[11], 12);
+    EXPECT_EQ(QApplication::focusWidget(), levels);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), txt(1));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 // nothing until its rows are drawn.
 #pragma once
 
+#include "QuestionProblems.h"
 #include "core/TestBank.h"
 
 #include <QAbstractTableModel>
@@ -34,8 +35,16 @@ public:
     // The last row of the level, or -1 when the level has no question.
     int lastRowOfLevel(int level) const;
 
-    // The bank's text of the question on the row changed: redraw that one cell.
+    // The bank's text of the question on the row changed: redraw that one cell,
+    // and the row's marks when it became answerable or stopped being so.
     void fieldChanged(int row, int field);
+
+    // Rows are marked (colour and tooltip) when a child could not answer their
+    // question fairly. Counted apart: questions with an empty part, and the
+    // others that show the same answer twice.
+    const QuestionProblems &problemsOf(int row) const { return m_rows.at(row).problems; }
+    int incompleteCount() const { return m_incomplete; }
+    int repeatedCount() const { return m_repeated; }
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
@@ -43,13 +52,23 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
 
+signals:
+    // The counts of incomplete or repeated questions may have changed.
+    void problemsChanged();
+
 private:
     struct Row {
         int level;
         int slot;
+        QuestionProblems problems;
     };
+
+    const Question &questionOn(const Row &row) const;
+    void count(const QuestionProblems &problems, int sign);
 
     const TestBank &m_bank;
     int m_subject = -1;
     std::vector<Row> m_rows;
+    int m_incomplete = 0;
+    int m_repeated = 0;
 };

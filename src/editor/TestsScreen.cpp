@@ -1,22 +1,23 @@
 #include "TestsScreen.h"
 
 #include "ArithmeticSettings.h"
+#include "ListWheel.h"
 #include "QuestionEditor.h"
 #include "core/DefaultBank.h"
 #include "help/HelpScreen.h"
 #include "ui/FileText.h"
 #include "ui/Prompt.h"
+#include "ui/ScreenFit.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
 
 #include <QComboBox>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QScreen>
+#include <QScrollArea>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
@@ -85,18 +86,27 @@ void TestsScreen::buildScreen()
     arial.setFamily(QStringLiteral("Arial"));
     setFont(arial);
 
-    auto *layout = new QVBoxLayout(this);
+    auto *content = new QWidget(this);
+    auto *layout = new QVBoxLayout(content);
+    // Narrow margins leave the frames room on a display 1024 pixels wide.
+    layout->setContentsMargins(8, 8, 8, 8);
     layout->addLayout(buildSubjectBar());
     layout->addLayout(buildFrames(), 1);
     layout->addLayout(buildCommandBar());
+    m_scrollArea = scrollWhenTooSmall(*this, content);
+    for (QComboBox *list : content->findChildren<QComboBox *>())
+        changeByWheelOnlyWhenFocused(*list);
 
-    // Room for twenty questions in the grid, within the screen.
-    QSize size = sizeHint().expandedTo(QSize(1000, 720));
-    if (const QScreen *screen = QGuiApplication::primaryScreen())
-        size = size.boundedTo(screen->availableGeometry().size() - QSize(0, 40));
-    resize(size);
-    centreOnScreen();
+    fitInto(roomOnScreen(*this));
     fillSubjectList();
+}
+
+void TestsScreen::fitInto(const QSize &room)
+{
+    // Room for twenty questions in the grid where the display has it; a smaller
+    // display shows fewer, and scrolls when even the smallest grid does not fit.
+    const QSize wanted = wholeContentSize(*this, *m_scrollArea).expandedTo(QSize(1000, 720));
+    ::fitInto(*this, wanted, room);
 }
 
 QLayout *TestsScreen::buildSubjectBar()
@@ -177,16 +187,6 @@ QLayout *TestsScreen::buildCommandBar()
     bar->addWidget(m_helpButton);
     bar->addWidget(m_closeButton);
     return bar;
-}
-
-void TestsScreen::centreOnScreen()
-{
-    const QScreen *screen = QGuiApplication::primaryScreen();
-    if (screen == nullptr)
-        return;
-    const QRect available = screen->availableGeometry();
-    move(available.left() + (available.width() - width()) / 2,
-         available.top() + (available.height() - height()) / 2);
 }
 
 void TestsScreen::fillSubjectList()

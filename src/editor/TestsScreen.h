@@ -13,6 +13,7 @@ class QuestionEditor;
 class QComboBox;
 class QLineEdit;
 class QPushButton;
+class QScrollArea;
 class QStackedLayout;
 
 class TestsScreen : public QDialog {
@@ -25,6 +26,10 @@ public:
     // How the help page is shown; tests replace the modal help screen.
     using HelpOpener = std::function<void(QWidget *parent)>;
     void setHelpOpener(HelpOpener opener);
+
+    // Sizes the screen to its content within this much room on the display (the
+    // screen fits itself to its display as it opens), and centres it.
+    void fitInto(const QSize &room);
 
     void fillSubjectList();
     // Keeps the current subject in range, writes the Tests file and, when that
@@ -56,10 +61,10 @@ private:
     QLayout *buildSubjectBar();
     QLayout *buildFrames();
     QLayout *buildCommandBar();
-    void centreOnScreen();
 
     Session &m_session;
     HelpOpener m_helpOpener;
+    QScrollArea *m_scrollArea = nullptr;
     QComboBox *m_subjectList = nullptr;
     QLineEdit *m_secondsBox = nullptr;
     QPushButton *m_addSubjectButton = nullptr;

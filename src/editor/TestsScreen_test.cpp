@@ -1,6 +1,12 @@
 // The Tests screen: adding, renaming and deleting subjects with both files
-// written, revert all, test lengths, closing and the keyboard path.
+// written, revert all, test lengths, closing, the keyboard path, the wheel
+// over its lists, and small displays.
 #include "TestsScreenFixture_test.h"
+
+#include "testsupport/MouseWheel.h"
+
+#include <QScrollArea>
+#include <QScrollBar>
 
 namespace {
 
@@ -220,6 +226,110 @@ TEST_F(TestsScreenTest, TabVisitsTheScreenTopDown)
                    "cmbHigh1_0",       "cmbLow2_0",       "cmbHigh2_0",  "optOff1",    "optOn2",
                    "cmbLow1_2",        "cmbHigh1_2",      "cmbLow2_2",   "cmbHigh2_2", "optOff3",
                    "cmdRevertAll",     "cmdHelp",         "cmdClose"}));
+}
+
+TEST_F(TestsScreenTest, EnterOnAnyButtonClosesTheScreenAndChangesNothingElse)
+{
+    const std::pair<int, const char *> buttons[] = {
+        {ArithmeticSubject, "cmdRevert2"},    {ArithmeticSubject, "cmdRevertAll"},
+        {ArithmeticSubject, "cmdAddSubject"}, {SpellingSubject, "cmdRevert"},
+        {SpellingSubject, "cmdAdd"},          {SpellingSubject, "cmdHelp"}};
+    for (const auto &[subject, name] : buttons) {
+        session.bank.arithOps[2] = "/";
+        TestsScreen &screen = open(subject);
+        screen.show();
+        QPushButton *button = control<QPushButton>(name);
+        button->setFocus();
+        QTest::keyClick(button, Qt::Key_Return);
+        EXPECT_FALSE(screen.isVisible()) << name;
+        EXPECT_TRUE(prompt.shown().empty()) << name << " asked " << utf8(prompt.last()->title);
+        EXPECT_EQ(helpOpened, 0) << name;
+        EXPECT_EQ(session.bank.arithOps[2], "/") << name;
+        prompt.clear();
+    }
+}
+
+TEST_F(TestsScreenTest, TheWheelOverAListWithoutTheFocusScrollsTheScreenAndChangesNothing)
+{
+    TestsScreen &screen = open(ArithmeticSubject);
+    screen.fitInto(QSize(900, 420)); // small enough to scroll
+    screen.show();
+    screen.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
+    control<ArithmeticSettings>("fraMath")->showLevel(2);
+    QScrollBar *screenScroll = control<QScrollArea>("scrScreen")->verticalScrollBar();
+    ASSERT_GT(screenScroll->maximum(), 0);
+    QWidget *focused = control("txtDuration");
+    focused->setFocus();
+
+    // A range, a switch and the question's level, each passed over by the wheel.
+    auto *high = control<QComboBox>("cmbHigh1_0");
+    rollWheel(*high, -1);
+    rollWheel(*control<QComboBox>("cmbSwitchNumbers"), -1);
+    EXPECT_EQ(session.bank.arithHigh1[2][Add], 12);
+    EXPECT_EQ(high->currentText(), QStringLiteral("12"));
+    EXPECT_TRUE(session.bank.arithSwitch[2][SwitchNumbers]);
+    EXPECT_EQ(screen.focusWidget(), focused);
+    EXPECT_GT(screenScroll->value(), 0) << "the screen scrolled instead";
+
+    subjects()->setCurrentIndex(SpellingSubject);
+    control<QTableView>("Grid1")->setCurrentIndex(
+        control<QTableView>("Grid1")->model()->index(13, 1)); // level 1
+    focused->setFocus();
+    rollWheel(*control<QComboBox>("cmbLevel"), -3);
+    EXPECT_EQ(session.bank.questionMax, 11);
+    EXPECT_EQ(session.bank.limits[SpellingSubject].lastQuestion[1], 11);
+    EXPECT_EQ(control<QComboBox>("cmbLevel")->currentText(), QStringLiteral("1"));
+
+    // A list with the focus takes the wheel as before.
+    subjects()->setCurrentIndex(ArithmeticSubject);
+    control<ArithmeticSettings>("fraMath")->showLevel(2);
+    high->setFocus();
+    rollWheel(*high, 1);
+    EXPECT_EQ(session.bank.arithHigh1[2][Add], 11);
+}
+
+TEST_F(TestsScreenTest, OnASmallDisplayTheScreenFitsAndScrollsToEveryControl)
+{
+    TestsScreen &screen = open(ArithmeticSubject);
+    screen.show();
+    auto *scrollArea = control<QScrollArea>("scrScreen");
+    const QSize frame(16, 48); // a title bar and borders
+
+    // A large display shows the whole screen unscrolled, with room for twenty questions.
+    screen.fitInto(QSize(1904, 1032));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(screen.width() >= 1000 && screen.height() >= 720);
+    EXPECT_EQ(scrollArea->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(scrollArea->horizontalScrollBar()->maximum(), 0);
+
+    // 1024 x 600 and 1366 x 768 at 125 %: within the display, and every
+    // control of both frames can be scrolled to.
+    for (const QSize display : {QSize(1024, 600), QSize(1093, 614)}) {
+        const QSize room = display - frame;
+        screen.fitInto(room);
+        for (const int subject : {ArithmeticSubject, SpellingSubject}) {
+            subjects()->setCurrentIndex(subject);
+            QCoreApplication::processEvents();
+            EXPECT_LE(screen.width(), room.width()) << display.width();
+            EXPECT_LE(screen.height(), room.height()) << display.width();
+            EXPECT_EQ(scrollArea->horizontalScrollBar()->maximum(), 0) << "only up and down";
+            for (const char *name : {"cmbSubject", "txtDuration", "cmbHigh2_3", "cmdRevert2",
+                                     "txt5", "cmdRevert", "cmdClose"}) {
+                QWidget *widget = control(name);
+                if (widget->isHidden() || !widget->isVisibleTo(&screen))
+                    continue;
+                // Scrolled to, the whole control shows (a line edit would
+                // only bring its cursor into view by ensureWidgetVisible).
+                const QPoint centre = widget->mapTo(scrollArea->widget(), widget->rect().center());
+                scrollArea->ensureVisible(centre.x(), centre.y(), widget->width() / 2 + 1,
+                                          widget->height() / 2 + 1);
+                QWidget *view = scrollArea->viewport();
+                const QRect shown(widget->mapTo(view, QPoint(0, 0)), widget->size());
+                EXPECT_TRUE(view->rect().contains(shown)) << name << " at " << display.width();
+            }
+        }
+    }
 }
 
 } // namespace

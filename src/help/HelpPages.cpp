@@ -173,6 +173,9 @@ QString studentsHelpPage()
         "<p>Each Subject (or Student) takes two rows: the upper row is the <b>Last</b> "
         "(most recent) score at each Level, and the lower row, in red, is the <b>High</b> "
         "(Highest) score. The column of the Student's own Level is shown in bold.",
+        "<p>To look through a long grid from the keyboard, press <b>[Tab]</b> until the grid "
+        "is reached, then use the arrow keys, <b>[Page Up]</b>, <b>[Page Down]</b>, "
+        "<b>[Home]</b> and <b>[End]</b>.",
         "<p><b><u>Resetting Scores</u></b><br>",
         "To start again from zero (for example, at the beginning of a new school year), use "
         "one of these buttons; each asks you to confirm first:",
@@ -201,6 +204,10 @@ QString testsHelpPage()
         "Click a question at the Level you want, then click <b>[Add Question]</b> (or press "
         "<b>[Insert]</b> on the grid). An empty question is added at the end of that Level: "
         "type the question, the right answer and the three wrong answers.",
+        "<p>A question that a child could not answer fairly is shaded red: one without a "
+        "question (Spelling may go without), with an empty answer, or with the same answer "
+        "twice. Point at it to see why; the line under the grid counts them. Such a question "
+        "is kept as it is until you mend it.",
         "<p><b><u>Delete Question:</u></b><br>",
         "Click the question, then click <b>[Delete Question]</b> (or press <b>[Delete]</b> on "
         "the grid) and confirm. Every Subject must keep at least one question.",
@@ -244,8 +251,10 @@ QString testsHelpPage()
         "<ul><li><b>3 + 1</b><li><b>3 - 2</b><li><b>2 + 2</b><li><b>5 - 3</b></ul>",
         "<p><b><u>Alternate (switch) Positions of Numbers:</u></b><br>",
         "With <b>Yes</b>, the two numbers change places on every second question, so that the "
-        "Student practises both ways round. For example, at Level 6 (the table of 6):",
-        "<ul><li><b>4 x 6</b><li><b>6 x 9</b><li><b>2 x 6</b><li><b>6 x 11</b></ul>",
+        "Student practises both ways round. For example, at Level 3 (where it is <b>Yes</b> "
+        "from the start) with the Multiplication ranges set to 7 - 7 for Number 1 and 2 - 10 "
+        "for Number 2:",
+        "<ul><li><b>4 x 7</b><li><b>7 x 9</b><li><b>2 x 7</b><li><b>7 x 5</b></ul>",
         "<p>With <b>No</b>, the first number always stays first.",
         "<p><b><u>Alternate Position of 'Blank box':</u></b><br>",
         "With <b>Yes</b>, the box that the Student fills in moves from question to question: "

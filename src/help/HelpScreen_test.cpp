@@ -1,12 +1,14 @@
-// The help screens: each opens on its own page and closes, and the main page
-// tells where this installation keeps its data.
+// The help screens: each opens on its own page and closes, the main page tells
+// where this installation keeps its data, and the Tests page's examples hold.
 #include "help/HelpScreen.h"
 
+#include "core/DefaultBank.h"
 #include "help/HelpPages.h"
 #include "testsupport/TempDataDir.h"
 
 #include <QDir>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextDocument>
@@ -92,4 +94,21 @@ TEST(HelpScreen, MainPageSaysWhereThisInstallationKeepsItsData)
     const HelpScreen screen(HelpPage::Main, data.paths());
     const QString shown = QDir::toNativeSeparators(QDir(data.path()).absolutePath());
     EXPECT_TRUE(browser(screen)->toPlainText().contains(shown)) << shown.toStdString();
+}
+
+TEST(HelpScreen, TheExampleOfSwitchedNumbersIsAtALevelThatSwitchesThem)
+{
+    // The example names a level whose numbers the built-in settings switch, so
+    // that a teacher who tries it there sees what the page describes.
+    const QString page = testsHelpPage();
+    const qsizetype section =
+        page.indexOf(QStringLiteral("Alternate (switch) Positions of Numbers"));
+    ASSERT_GE(section, 0);
+    const QRegularExpressionMatch level =
+        QRegularExpression(QStringLiteral("at Level (\\d+)")).match(page, section);
+    ASSERT_TRUE(level.hasMatch());
+    TestBank bank;
+    buildDefaultTests(bank);
+    EXPECT_TRUE(bank.arithSwitch.at(level.captured(1).toInt())[SwitchNumbers])
+        << level.captured(0).toStdString();
 }

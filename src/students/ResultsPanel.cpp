@@ -1,6 +1,7 @@
 #include "ResultsPanel.h"
 
 #include "ResultsModel.h"
+#include "ResultsView.h"
 #include "ui/Accessibility.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
@@ -14,7 +15,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyle>
-#include <QTableView>
 #include <QVBoxLayout>
 
 #include <array>
@@ -31,8 +31,10 @@ constexpr int pixels(int twips, int dotsPerInch)
 constexpr std::array<int, ResultsModel::ColumnCount> ColumnTwips = {
     1115, 490, 517, 517, 517, 517, 517, 517, 517, 517, 517, 517, 517, 517, 517};
 
-// The current row may sit this many rows below the top row before the grid scrolls.
-constexpr int RowsBelowTop = 17;
+// The name column widens for long names up to twice its width; a longer name
+// is cut in the middle, where two names that start alike still differ at the
+// end ("Alexander ...Smith", "Alexander ...Jones"), and its tooltip shows it whole.
+constexpr int NameColumnMaxTwips = 2 * ColumnTwips[ResultsModel::NameColumn];
 
 // The columns are as narrow as the scores need; a thinner margin beside the text
 // lets "High" and the subject names fit them whole.
@@ -108,7 +110,7 @@ QWidget *ResultsPanel::buildHeading()
 
 void ResultsPanel::buildGrid()
 {
-    m_grid = new QTableView(this);
+    m_grid = new ResultsView(this);
     m_grid->setObjectName(QStringLiteral("Grid1"));
     m_grid->setAccessibleName(QStringLiteral("Scores"));
     auto *style = new NarrowCellStyle;
@@ -120,10 +122,12 @@ void ResultsPanel::buildGrid()
     m_grid->setModel(m_model);
     m_grid->setSelectionMode(QAbstractItemView::NoSelection);
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_grid->setFocusPolicy(Qt::NoFocus);
+    // Tab reaches the grid, whose keys scroll it; Tab then goes on past it.
+    m_grid->setFocusPolicy(Qt::StrongFocus);
+    m_grid->setTabKeyNavigation(false);
     m_grid->setWordWrap(false);
+    m_grid->setTextElideMode(Qt::ElideMiddle);
     m_grid->setCornerButtonEnabled(false);
-    m_grid->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     // Only keepCurrentRowInView decides where the grid scrolls, not a change of the current row.
     m_grid->setAutoScroll(false);
     m_grid->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -136,15 +140,10 @@ void ResultsPanel::buildGrid()
     m_grid->horizontalHeader()->setHighlightSections(false);
     m_grid->horizontalHeader()->setSectionsClickable(false);
     shapeGrid();
-
-    // Wide enough for every column and tall enough for the current row and the
-    // rows that may follow it before the grid scrolls.
-    int width = 2 * m_grid->frameWidth() + m_grid->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    for (const int twips : ColumnTwips)
-        width += pixels(twips, m_grid->logicalDpiX());
-    const int height = 2 * m_grid->frameWidth() + m_grid->horizontalHeader()->sizeHint().height() +
-                       (RowsBelowTop + 1) * m_grid->verticalHeader()->defaultSectionSize();
-    m_grid->setFixedSize(width, height);
+    setItemsInView(ItemsInView);
+    // The panel keeps room for the widest name column, so that the screen does
+    // not change its size as the names change.
+    setMinimumWidth(gridWidth(pixels(NameColumnMaxTwips, m_grid->logicalDpiX())));
 }
 
 QWidget *ResultsPanel::buildResetButtons()
@@ -179,10 +178,51 @@ void ResultsPanel::selectMode(bool byStudent)
 void ResultsPanel::shapeGrid()
 {
     QHeaderView *columns = m_grid->horizontalHeader();
-    for (int column = 0; column < ResultsModel::ColumnCount; ++column)
+    for (int column = ResultsModel::LastHighColumn; column < ResultsModel::ColumnCount; ++column)
         columns->resizeSection(column, pixels(ColumnTwips[column], m_grid->logicalDpiX()));
+    fitNameColumn();
     // Row 0 is the header row; the view shows it as its fixed column header.
     m_grid->setRowHidden(0, true);
+}
+
+int ResultsPanel::gridWidth(int nameColumnWidth) const
+{
+    int width = 2 * m_grid->frameWidth() +
+                m_grid->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + nameColumnWidth;
+    for (int column = ResultsModel::LastHighColumn; column < ResultsModel::ColumnCount; ++column)
+        width += pixels(ColumnTwips[column], m_grid->logicalDpiX());
+    return width;
+}
+
+void ResultsPanel::fitNameColumn()
+{
+    // The names are bold; a cell keeps a few pixels of margin beside its text.
+    QFont bold = m_grid->font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    constexpr int Margin = 8;
+    int longest = 0;
+    for (int row = ResultsModel::lastRowOf(0); row < m_model->rowCount(); row += 2) {
+        const QString name = m_model->index(row, ResultsModel::NameColumn).data().toString();
+        longest = qMax(longest, metrics.horizontalAdvance(name) + Margin);
+    }
+    const int dotsPerInch = m_grid->logicalDpiX();
+    const int width = qBound(pixels(ColumnTwips[ResultsModel::NameColumn], dotsPerInch), longest,
+                             pixels(NameColumnMaxTwips, dotsPerInch));
+    m_grid->horizontalHeader()->resizeSection(ResultsModel::NameColumn, width);
+    m_grid->setFixedWidth(gridWidth(width));
+}
+
+void ResultsPanel::setItemsInView(int items)
+{
+    m_grid->setItemsInView(qMax(MinItemsInView, items));
+    // The screen measures its new size at once, not after the next layout pass.
+    updateGeometry();
+}
+
+int ResultsPanel::itemHeight() const
+{
+    return m_grid->itemHeight();
 }
 
 void ResultsPanel::fill(int student)
@@ -215,21 +255,18 @@ void ResultsPanel::studentRenamed(int student)
         return;
     showHeading();
     m_model->studentRenamed(student);
-}
-
-int ResultsPanel::topRow() const
-{
-    return m_grid->rowAt(0);
+    // By subject the grid lists the students by name.
+    if (!m_session.records.showByStudent)
+        fitNameColumn();
 }
 
 void ResultsPanel::keepCurrentRowInView()
 {
+    // With the grid's eighteen rows this is the rule of scrolling the Last row
+    // to the top when it is over sixteen rows below the top row, or above it.
     const int current = m_grid->currentIndex().row();
-    const int top = topRow();
-    if (current < 0)
-        return;
-    if (current - RowsBelowTop > top || current < top)
-        m_grid->scrollTo(m_model->index(current, 0), QAbstractItemView::PositionAtTop);
+    if (current > 0 && !m_grid->showsItem(current))
+        m_grid->scrollToTop(current);
 }
 
 void ResultsPanel::showHeading()

@@ -7,8 +7,8 @@
 class QLabel;
 class QPushButton;
 class QRadioButton;
-class QTableView;
 class ResultsModel;
+class ResultsView;
 struct Session;
 
 class ResultsPanel : public QWidget {
@@ -27,9 +27,17 @@ public:
 
     // Column widths, row heights and the fixed header row of a freshly reset grid.
     void shapeGrid();
-    // Scrolls the current row to the top only when it lies outside the rows
-    // that follow the top row.
+    // Scrolls the current item's Last row to the top only when the grid does not
+    // show both of its rows.
     void keepCurrentRowInView();
+
+    // The grid shows nine items (eighteen rows) unless the screen is too small
+    // for them; then fewer, but never fewer than MinItemsInView.
+    static constexpr int ItemsInView = 9;
+    static constexpr int MinItemsInView = 3;
+    void setItemsInView(int items);
+    // The height one item's two rows take.
+    int itemHeight() const;
 
     // The two mode buttons: one student's scores in every subject, or every
     // student's scores in the current subject.
@@ -48,8 +56,10 @@ private:
     void buildGrid();
     QWidget *buildResetButtons();
     void showHeading();
-    // The first row in view below the header.
-    int topRow() const;
+    // The name column takes the longest name, within a limit beyond which names
+    // are cut in the middle; the grid's width follows.
+    void fitNameColumn();
+    int gridWidth(int nameColumnWidth) const;
 
     Session &m_session;
     ResultsModel *m_model = nullptr;
@@ -58,7 +68,7 @@ private:
     QLabel *m_heading = nullptr;
     QRadioButton *m_byStudentButton = nullptr;
     QRadioButton *m_bySubjectButton = nullptr;
-    QTableView *m_grid = nullptr;
+    ResultsView *m_grid = nullptr;
     QPushButton *m_resetStudentButton = nullptr;
     QPushButton *m_resetAllButton = nullptr;
 };

@@ -2,23 +2,23 @@
 
 #include "LevelButtons.h"
 #include "ResultsPanel.h"
+#include "RosterList.h"
 #include "core/StudentsFile.h"
 #include "help/HelpScreen.h"
 #include "ui/FileText.h"
 #include "ui/Prompt.h"
+#include "ui/ScreenFit.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
 
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
-#include <QScreen>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <filesystem>
@@ -77,31 +77,32 @@ StudentsScreen::StudentsScreen(Session &session, QWidget *parent)
 
     // Built in the order Tab should visit them: the roster, the selected
     // student, the results, then Help and Close.
-    QWidget *roster = buildRoster();
-    QWidget *details = buildStudentDetails();
-    m_results = new ResultsPanel(session, this);
+    auto *content = new QWidget(this);
+    QWidget *roster = buildRoster(content);
+    QWidget *details = buildStudentDetails(content);
+    m_results = new ResultsPanel(session, content);
     connect(m_results, &ResultsPanel::refreshRequested, this, &StudentsScreen::selectStudent);
 
-    auto *layout = new QGridLayout(this);
+    auto *layout = new QGridLayout(content);
     layout->setContentsMargins(14, 12, 14, 12);
     layout->setHorizontalSpacing(18);
     layout->setVerticalSpacing(12);
     layout->addWidget(roster, 0, 0, 2, 1);
     layout->addWidget(details, 0, 1);
     layout->addWidget(m_results, 1, 1);
-    layout->addWidget(buildFooter(), 2, 0, 1, 2);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->addWidget(buildFooter(content), 2, 0, 1, 2);
+    m_scrollArea = scrollWhenTooSmall(*this, content);
 }
 
 StudentsScreen::~StudentsScreen() = default;
 
-QWidget *StudentsScreen::buildRoster()
+QWidget *StudentsScreen::buildRoster(QWidget *parent)
 {
-    auto *roster = new QWidget(this);
+    auto *roster = new QWidget(parent);
     auto *layout = new QVBoxLayout(roster);
     layout->setContentsMargins(0, 0, 0, 0);
 
-    m_studentList = new QListWidget(roster);
+    m_studentList = new RosterList(roster);
     m_studentList->setObjectName(QStringLiteral("List1"));
     m_studentList->setFont(QFont(QStringLiteral("Arial"), 11));
     m_studentList->setMinimumWidth(210);
@@ -121,9 +122,9 @@ QWidget *StudentsScreen::buildRoster()
     return roster;
 }
 
-QWidget *StudentsScreen::buildStudentDetails()
+QWidget *StudentsScreen::buildStudentDetails(QWidget *parent)
 {
-    auto *details = new QWidget(this);
+    auto *details = new QWidget(parent);
     auto *layout = new QGridLayout(details);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setVerticalSpacing(8);
@@ -162,9 +163,9 @@ QWidget *StudentsScreen::buildStudentDetails()
     return details;
 }
 
-QWidget *StudentsScreen::buildFooter()
+QWidget *StudentsScreen::buildFooter(QWidget *parent)
 {
-    auto *footer = new QWidget(this);
+    auto *footer = new QWidget(parent);
     auto *layout = new QHBoxLayout(footer);
     layout->setContentsMargins(0, 0, 0, 0);
 
@@ -208,20 +209,27 @@ void StudentsScreen::setHelpOpener(HelpOpener openHelp)
     m_openHelp = std::move(openHelp);
 }
 
-void StudentsScreen::centreOnScreen()
+void StudentsScreen::fitInto(const QSize &room)
 {
-    adjustSize();
-    const QScreen *display = screen() ? screen() : QGuiApplication::primaryScreen();
-    if (!display)
-        return;
-    const QRect area = display->geometry();
-    move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
+    // On a small display the results grid gives up rows first; only when it
+    // cannot give up enough does the screen scroll.
+    m_results->setItemsInView(ResultsPanel::ItemsInView);
+    const int over = wholeContentSize(*this, *m_scrollArea).height() - room.height();
+    if (over > 0) {
+        const int fewer = (over + m_results->itemHeight() - 1) / m_results->itemHeight();
+        m_results->setItemsInView(ResultsPanel::ItemsInView - fewer);
+    }
+    const QSize wanted = wholeContentSize(*this, *m_scrollArea);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    ::fitInto(*this, wanted, room);
+    // The screen never grows past its content; made smaller, it scrolls.
+    setMaximumSize(size().expandedTo(wanted));
 }
 
 bool StudentsScreen::loadRoster()
 {
     std::optional<WaitCursor> wait(std::in_place);
-    centreOnScreen();
+    fitInto(roomOnScreen(*this));
 
     // A file that is there but cannot be read is never replaced by a new roster.
     std::error_code ignored;

@@ -12,6 +12,7 @@ class QComboBox;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
+class QScrollArea;
 class LevelButtons;
 class ResultsPanel;
 struct ClassReport;
@@ -26,6 +27,9 @@ public:
     // Loads the roster (or starts the first one) and fills the screen. False
     // when the Students file could not be read; the user has been told why.
     bool loadRoster();
+    // Sizes the screen to its content within this much room on the display
+    // (loading the roster fits it to the display it is on), and centres it.
+    void fitInto(const QSize &room);
 
     // Opens the Students help page; tests replace it so that nothing blocks.
     using HelpOpener = std::function<void(QWidget *parent)>;
@@ -67,10 +71,10 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    QWidget *buildRoster();
-    QWidget *buildStudentDetails();
-    QWidget *buildFooter();
-    void centreOnScreen();
+    QWidget *buildRoster(QWidget *parent);
+    QWidget *buildStudentDetails(QWidget *parent);
+    QWidget *buildFooter(QWidget *parent);
+
     void fillControls();
     void askFirstName();
     void selectCurrentSubject();
@@ -83,6 +87,7 @@ private:
     bool m_busy = false;   // the screen is filling its own controls
     bool m_loaded = false; // the roster was read, so closing may save it
 
+    QScrollArea *m_scrollArea = nullptr;
     QListWidget *m_studentList = nullptr;
     QLineEdit *m_nameBox = nullptr;
     LevelButtons *m_levels = nullptr;

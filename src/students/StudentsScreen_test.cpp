@@ -1,146 +1,26 @@
 // The Students screen: the first run, a Students file that cannot be written
 // or read, the roster and its names, the level buttons, the results grid in
 // both modes with its resets, what closing saves, and the keyboard path.
-#include "StudentsScreen.h"
+#include "StudentsScreenFixture_test.h"
 
-#include "ResultsModel.h"
-#include "core/DefaultBank.h"
-#include "core/StudentsFile.h"
-#include "reports/ClassReport.h"
-#include "reports/ClassResultsCsv.h"
 #include "testsupport/ScreenAccess.h"
-#include "testsupport/ScriptedPrompt.h"
 #include "testsupport/ShownText.h"
-#include "testsupport/TempDataDir.h"
-#include "ui/Colours.h"
 #include "ui/FileText.h"
-#include "ui/Session.h"
 
 #include <QComboBox>
-#include <QFont>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
 
-#include <gtest/gtest.h>
-
 #include <fstream>
-#include <memory>
-#include <sstream>
-#include <string>
 #include <tuple>
-#include <vector>
 
 namespace {
 
 using Kind = ScriptedPrompt::Shown::Kind;
-
-// A score that tells student, subject, level and Last or High apart.
-int16_t scoreOf(int student, int subject, int level, bool high)
-{
-    return static_cast<int16_t>(student * 1000 + subject * 100 + level * 2 + (high ? 1 : 0));
-}
-
-QString cell(const QAbstractItemModel &grid, int row, int column)
-{
-    return grid.index(row, column).data().toString();
-}
-bool bold(const QAbstractItemModel &grid, int row, int column)
-{
-    return grid.index(row, column).data(Qt::FontRole).value<QFont>().bold();
-}
-
-// The rows painted yellow, Last/High column and scores alike; the others are white.
-std::vector<int> yellowRows(const QAbstractItemModel &grid)
-{
-    std::vector<int> rows;
-    for (int row = 1; row < grid.rowCount(); ++row) {
-        auto colour = [&](int column) {
-            return grid.index(row, column).data(Qt::BackgroundRole).value<QColor>();
-        };
-        const bool yellow = colour(1) == bgrColor(Bgr::Yellow);
-        for (int column = 1; column < ResultsModel::ColumnCount; ++column)
-            EXPECT_EQ(colour(column), bgrColor(yellow ? Bgr::Yellow : Bgr::White)) << row;
-        if (yellow)
-            rows.push_back(row);
-    }
-    return rows;
-}
-
-class StudentsScreenTest : public ::testing::Test {
-protected:
-    StudentsScreenTest() { buildDefaultTests(session.bank); }
-
-    // Writes a roster file of the given names, every score marked with scoreOf().
-    void writeRoster(const std::vector<std::string> &names, int current = 0, bool byStudent = true)
-    {
-        StudentRecords records;
-        records.showByStudent = byStudent;
-        records.currentSubject = 2; // Geography
-        for (int i = 0; i < static_cast<int>(names.size()); ++i) {
-            Student &student = records.students.emplace_back(newStudent(session.bank.subjectMax));
-            student.name = names[i];
-            student.current = i == current;
-            for (int s = 0; s < static_cast<int>(student.results.size()); ++s)
-                for (int level = 0; level < LevelCount; ++level) {
-                    student.results[s].last[level] = scoreOf(i, s, level, false);
-                    student.results[s].high[level] = scoreOf(i, s, level, true);
-                }
-        }
-        ASSERT_FALSE(saveStudents(records, session.paths.studentsPath).has_value());
-    }
-
-    // The help page only counts how often it was opened.
-    std::unique_ptr<StudentsScreen> openScreen()
-    {
-        auto screen = std::make_unique<StudentsScreen>(session);
-        screen->setHelpOpener([this](QWidget *) { ++helpOpened; });
-        EXPECT_TRUE(screen->loadRoster());
-        return screen;
-    }
-
-    // The roster as the Students file now holds it.
-    StudentRecords saved() const
-    {
-        StudentRecords records;
-        EXPECT_EQ(loadStudents(records, session.bank, session.paths.studentsPath).status,
-                  LoadResult::Status::Loaded);
-        return records;
-    }
-
-    template <typename Widget = QWidget>
-    static Widget *child(const StudentsScreen &screen, const char *name)
-    {
-        Widget *widget = screen.findChild<Widget *>(QString::fromLatin1(name));
-        EXPECT_NE(widget, nullptr) << name;
-        return widget;
-    }
-
-    static std::vector<std::string> lines(const StudentsScreen &screen)
-    {
-        const QListWidget *list = child<QListWidget>(screen, "List1");
-        std::vector<std::string> texts;
-        for (int row = 0; row < list->count(); ++row)
-            texts.push_back(list->item(row)->text().toStdString());
-        return texts;
-    }
-
-    // The title of the last dialog, when it was a confirmation.
-    std::string lastConfirm() const
-    {
-        const ScriptedPrompt::Shown *shown = prompt.last();
-        return shown && shown->kind == Kind::Confirm ? shown->title.toStdString() : "";
-    }
-
-    TempDataDir dir;
-    ScriptedPrompt prompt;
-    Session session{dir.paths(), prompt};
-    int helpOpened = 0;
-};
 
 } // namespace
 
@@ -309,7 +189,7 @@ TEST_F(StudentsScreenTest, GridShowsOneStudentOrOneSubjectAndResetsClearOnlyThei
     EXPECT_EQ(screen->focusWidget(), list) << "the arrow keys choose a student at once";
     EXPECT_EQ(tabStops(*screen),
               std::vector<std::string>({"List1", "cmdAddStudent", "cmdDelete", "txtStudent",
-                                        "optLevel0", "cmbSubject", "optByStudent",
+                                        "optLevel0", "cmbSubject", "optByStudent", "Grid1",
                                         "cmdResetTotals_Student", "cmdResetTotals_All", "cmdReport",
                                         "cmdExport", "cmdHelp", "cmdClose"}));
     QTest::keyClick(list, Qt::Key_Down);
@@ -387,71 +267,32 @@ TEST_F(StudentsScreenTest, ALargeClassScrollsOnlyWhenNeededAndRefreshesInOneRese
     EXPECT_EQ(cell(*view->model(), 2000, 0), QStringLiteral("Student 999"));
 }
 
-TEST_F(StudentsScreenTest, ReportAndExportTakeTheRosterAsItStandsFromTheKeyboard)
+TEST_F(StudentsScreenTest, ClicksBesideTheNamesKeepTheSelectedStudentSelected)
 {
-    writeRoster({"A", "B"});
+    writeRoster({"A", "B", "C"});
     auto screen = openScreen();
-    std::vector<ClassReport> previewed;
-    screen->setReportPreviewer(
-        [&previewed](QWidget *, const ClassReport &report) { previewed.push_back(report); });
-    tabStops(*screen); // shown and active, so that its mnemonics work
-    child<QLineEdit>(*screen, "txtStudent")->setText(QStringLiteral("Ann"));
-    EXPECT_EQ(spokenName(*child(*screen, "cmdReport")), "Class report");
-    EXPECT_EQ(spokenName(*child(*screen, "cmdExport")), "Export results");
+    screen->show();
+    auto *list = child<QListWidget>(*screen, "List1");
+    list->setCurrentRow(1);
+    QWidget *area = list->viewport();
+    const QPoint onB = list->visualItemRect(list->item(1)).center();
+    auto onlyBSelected = [list] {
+        return list->currentRow() == 1 && list->selectedItems() == QList{list->item(1)};
+    };
 
-    // Alt+R: the report of the roster in memory, not yet saved.
-    // A mnemonic clicks its button a moment later, as the button is seen going down.
-    QTest::keyClick(screen->focusWidget(), Qt::Key_R, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !previewed.empty(); }));
-    ASSERT_EQ(previewed.size(), 1u);
-    EXPECT_EQ(previewed[0].title, "Class results: " + className(dir.path()));
-    ASSERT_EQ(previewed[0].tables.size(), session.bank.subjects.size());
-    EXPECT_EQ(previewed[0].tables[0].rows[0].name, "Ann");
+    // Below the last name, Ctrl+click and Ctrl+Space on the selected name.
+    QTest::mouseClick(area, Qt::LeftButton, {}, QPoint(10, area->height() - 5));
+    EXPECT_TRUE(onlyBSelected()) << "click below the names";
+    QTest::mouseClick(area, Qt::LeftButton, Qt::ControlModifier, onB);
+    EXPECT_TRUE(onlyBSelected()) << "Ctrl+click";
+    QTest::keyClick(list, Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_TRUE(onlyBSelected()) << "Ctrl+Space";
 
-    // Alt+X: a file dialog; the file gets ".csv" when the name has no extension.
-    const std::filesystem::path chosen = dir.path().parent_path() / "class";
-    prompt.clear();
-    prompt.answerSaveFile(QString::fromStdString(chosen.string()));
-    QTest::keyClick(screen->focusWidget(), Qt::Key_X, Qt::AltModifier);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return prompt.last() != nullptr; }));
-    EXPECT_EQ(prompt.last()->kind, Kind::SaveFile);
-    EXPECT_TRUE(prompt.last()->defaultText.endsWith(QStringLiteral(".csv")));
-    std::ostringstream expected;
-    writeClassResultsCsv(expected, session.bank, session.records);
-    const std::vector<unsigned char> written = readFileBytes(chosen.string() + ".csv");
-    EXPECT_EQ(std::string(written.begin(), written.end()), expected.str());
-
-    // Cancelling writes nothing and says nothing; a failure is told, naming the file.
-    prompt.clear();
-    child<QPushButton>(*screen, "cmdExport")->click();
-    ASSERT_EQ(prompt.shown().size(), 1u);
-    const QString nowhere = QStringLiteral("/no/such/folder/class.csv");
-    prompt.answerSaveFile(nowhere);
-    child<QPushButton>(*screen, "cmdExport")->click();
-    ASSERT_EQ(prompt.last()->kind, Kind::Stop);
-    EXPECT_TRUE(prompt.last()->text.contains(nowhere)) << prompt.last()->text.toStdString();
-}
-
-TEST_F(StudentsScreenTest, AReportTooLongToPreviewIsOfferedAsAPdfFile)
-{
-    writeRoster(std::vector<std::string>(400, "Student"));
-    auto screen = openScreen();
-    int previews = 0;
-    screen->setReportPreviewer([&previews](QWidget *, const ClassReport &) { ++previews; });
-
-    // Cancel: nothing is written.
-    screen->showReport();
-    EXPECT_EQ(lastConfirm(), "Class Report");
-    EXPECT_TRUE(prompt.last()->text.contains(QStringLiteral("too many"))) << "pages";
-
-    const std::filesystem::path chosen = dir.path().parent_path() / "report";
+    // Delete removes the student who looks selected; a click still chooses another.
     prompt.answerConfirm(true);
-    prompt.answerSaveFile(QString::fromStdString(chosen.string()));
-    screen->showReport();
-    EXPECT_EQ(prompt.last()->kind, Kind::SaveFile);
-    EXPECT_TRUE(prompt.last()->defaultText.endsWith(QStringLiteral(".pdf")));
-    const std::vector<unsigned char> pdf = readFileBytes(chosen.string() + ".pdf");
-    EXPECT_EQ(std::string(pdf.begin(), pdf.begin() + std::min<std::size_t>(5, pdf.size())),
-              "%PDF-");
-    EXPECT_EQ(previews, 0);
+    QTest::keyClick(list, Qt::Key_Delete);
+    EXPECT_EQ(lines(*screen), (std::vector<std::string>{"A", "C"}));
+    QTest::mouseClick(area, Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
+    EXPECT_EQ(child<QLineEdit>(*screen, "txtStudent")->text(), QStringLiteral("C"));
+    EXPECT_EQ(list->selectedItems(), QList{list->item(1)});
 }
