@@ -234,6 +234,7 @@ MultipleChoiceProblem QuestionSequence::nextMultipleChoice(const TestBank &bank,
     MultipleChoiceProblem problem;
     problem.level = questionLevel;
     problem.question = q;
+    problem.text = question.text;
     problem.label = questionLabel(question.text, subject);
     problem.rightAnswer = question.answer;
     const std::array<const std::string *, 4> texts = {&question.answer, &question.wrong1,

@@ -30,6 +30,7 @@ struct ArithmeticProblem {
 struct MultipleChoiceProblem {
     int level = 0;                      // the level the question was drawn from
     int question = 0;                   // its slot at that level
+    std::string text;                   // the question as the bank holds it
     std::string label;                  // the question text followed by its mark
     std::array<std::string, 4> choices; // the texts of answer buttons 0..3
     int answerPosition = 0;             // the button that carries the right answer
