@@ -5,6 +5,8 @@
 #include "StartUp.h"
 #include "editor/TestsScreen.h"
 #include "help/HelpScreen.h"
+#include "review/PracticePanel.h"
+#include "review/ReviewPanel.h"
 #include "students/StudentsScreen.h"
 #include "ui/Accessibility.h"
 #include "ui/DataFolderLock.h"
@@ -113,6 +115,12 @@ void MainScreen::connectControls()
     connect(m_ui->stopButton, &QPushButton::clicked, this, &MainScreen::stopTest);
     connect(m_ui->clock, &QTimer::timeout, this, &MainScreen::onClockTick);
     connect(m_ui->answerGroup, &QButtonGroup::idClicked, this, &MainScreen::chooseAnswer);
+    connect(m_ui->reviewButton, &QPushButton::clicked, this, &MainScreen::showReview);
+    connect(m_ui->reviewPanel->practiseButton(), &QPushButton::clicked, this,
+            &MainScreen::startPractice);
+    connect(m_ui->reviewPanel->backButton(), &QPushButton::clicked, this, &MainScreen::closeReview);
+    connect(m_ui->practicePanel->stopButton(), &QPushButton::clicked, this,
+            &MainScreen::stopPractice);
     for (QLineEdit *box : {m_ui->number1Box, m_ui->number2Box, m_ui->answerBox})
         box->installEventFilter(this);
     for (QRadioButton *option : m_ui->answerButtons)
@@ -375,11 +383,12 @@ void MainScreen::showSelections()
     showTotals();
 }
 
-// The result line, the last answer and the counts belong to the test that
-// made them. Left beside a new choice's Last and High, they would be read as
-// that choice's; a new subject, level or student takes them away.
+// The result line, the last answer, the counts and the review belong to the
+// test that made them. Left beside a new choice's Last and High, they would be
+// read as that choice's; a new subject, level or student takes them away.
 void MainScreen::clearLastTest()
 {
+    forgetReview();
     m_ui->outcome->hide();
     m_ui->lastAnswerPanel->hide();
     m_ui->testScorePanel->hide();

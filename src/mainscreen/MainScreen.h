@@ -4,6 +4,8 @@
 
 #include "quiz/AnswerPositions.h"
 #include "quiz/QuestionSequence.h"
+#include "review/PracticeRound.h"
+#include "review/TestRecord.h"
 
 #include <QWidget>
 
@@ -68,6 +70,15 @@ public:
     // A key pressed on an answer: Enter judges the chosen one.
     void onAnswerKey(Qt::Key key);
 
+    // After a test: its questions as they were shown and answered, the review
+    // of them, and an untimed practice round of the missed ones that leaves
+    // the scores and both files alone.
+    const TestRecord &testRecord() const { return m_testRecord; }
+    void showReview();
+    void closeReview();
+    void startPractice();
+    void stopPractice();
+
 protected:
     void showEvent(QShowEvent *event) override;
     // Closing the window (the close box, Alt+F4, the window manager) during a
@@ -96,14 +107,25 @@ private:
     void clearLastTest();
 
     bool isTestRunning() const;
+    void showQuestionPanel();
     void showNextQuestion();
+    void showQuestion();
+    void questionShown();
+    void questionAnswered(const GivenAnswer &answer);
     void checkArithmeticAnswer();
     void endTest();
     void passFocusToBlank(const QLineEdit &box);
     QLineEdit *blankBox() const;
     void clearChosenAnswer();
     void showLastAnswer(bool arithmetic);
-    void countAnswer(bool right, const QString &rightText, const QString &wrongText);
+    void showVerdict(bool right, const QString &rightText, const QString &wrongText);
+    void countAnswer(bool right);
+
+    void offerReview();
+    void forgetReview();
+    void openReview(const QString &heading, bool praise);
+    void showNextPracticeQuestion();
+    void endPractice(bool finished);
 
     Session &m_session;
     RandomSource &m_random;
@@ -127,4 +149,8 @@ private:
     int m_timeLeft = 0;
     bool m_stopRequested = false;
     bool m_startPause = false;
+
+    TestRecord m_testRecord;
+    // Set while the child practises the missed questions.
+    std::optional<PracticeRound> m_practice;
 };

@@ -1,6 +1,8 @@
 #include "MainScreenPanels.h"
 
 #include "MainScreenWidgets.h"
+#include "review/PracticePanel.h"
+#include "review/ReviewPanel.h"
 #include "ui/Accessibility.h"
 #include "ui/Colours.h"
 
@@ -11,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
@@ -75,13 +78,16 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
     mainPanel->setFont(arial(CaptionPoints));
     contentLayout->addWidget(mainPanel);
 
-    // The start panel and the two question panels take turns in one place.
+    // The start panel, the two question panels and the review of the last
+    // test take turns in one place.
     auto *questionArea = new QWidget;
     auto *questionLayout = new QGridLayout(questionArea);
     questionLayout->setContentsMargins(0, 0, 0, 0);
     questionLayout->addWidget(buildStartPanel(), 0, 0);
     questionLayout->addWidget(buildArithmeticPanel(), 0, 0);
     questionLayout->addWidget(buildMultipleChoicePanel(), 0, 0);
+    reviewPanel = new ReviewPanel;
+    questionLayout->addWidget(reviewPanel, 0, 0);
 
     auto *left = new QVBoxLayout;
     left->addWidget(questionArea);
@@ -106,9 +112,11 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
     std::vector<QWidget *> tabChain = {studentsButton, testsButton, helpButton, exitButton,
                                        subjectList};
     tabChain.insert(tabChain.end(), levelButtons.begin(), levelButtons.end());
-    tabChain.insert(tabChain.end(), {startButton, number1Box, number2Box, answerBox});
+    tabChain.insert(tabChain.end(),
+                    {startButton, reviewButton, reviewPanel->list(), reviewPanel->practiseButton(),
+                     reviewPanel->backButton(), number1Box, number2Box, answerBox});
     tabChain.insert(tabChain.end(), answerButtons.begin(), answerButtons.end());
-    tabChain.push_back(stopButton);
+    tabChain.insert(tabChain.end(), {stopButton, practicePanel->stopButton()});
     setTabChain(tabChain);
 }
 
@@ -186,6 +194,15 @@ QFrame *MainScreenPanels::buildStartPanel()
     keepPlace.setRetainSizeWhenHidden(true);
     startButton->setSizePolicy(keepPlace);
 
+    reviewButton = button("cmdReview", QStringLiteral("Review"), 16);
+    reviewButton->hide();
+    // Start Test keeps the middle of the panel; the review stands beside it.
+    auto *startRow = new QGridLayout;
+    startRow->setColumnStretch(0, 1);
+    startRow->setColumnStretch(2, 1);
+    startRow->addWidget(startButton, 0, 1);
+    startRow->addWidget(reviewButton, 0, 2, Qt::AlignLeft | Qt::AlignVCenter);
+
     outcome = namedLabel("lblTestCompleted", ScorePoints, true);
     outcome->setAlignment(Qt::AlignCenter);
     outcome->setWordWrap(true);
@@ -198,7 +215,7 @@ QFrame *MainScreenPanels::buildStartPanel()
     layout->addWidget(caption(QStringLiteral("Level:"), 16, true));
     layout->addLayout(levelRow);
     layout->addSpacing(8);
-    layout->addWidget(startButton, 0, Qt::AlignHCenter);
+    layout->addLayout(startRow);
     layout->addWidget(outcome);
     layout->addStretch();
     startPanel->hide();
@@ -216,6 +233,8 @@ QFrame *MainScreenPanels::buildScorePanel()
     layout->setSpacing(12);
     layout->addWidget(buildScoreTotals());
     layout->addWidget(buildTestScore());
+    practicePanel = new PracticePanel;
+    layout->addWidget(practicePanel);
     layout->addStretch();
     return scorePanel;
 }

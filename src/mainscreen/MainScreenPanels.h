@@ -7,6 +7,7 @@
 
 #include <array>
 
+class PracticePanel;
 class QButtonGroup;
 class QComboBox;
 class QFrame;
@@ -17,6 +18,7 @@ class QRadioButton;
 class QSize;
 class QTimer;
 class QWidget;
+class ReviewPanel;
 
 struct MainScreenPanels {
     // Builds every panel inside the form, which owns all the widgets.
@@ -35,6 +37,8 @@ struct MainScreenPanels {
     std::array<QRadioButton *, LevelCount> levelButtons{};
     QButtonGroup *levelGroup = nullptr;
     QPushButton *startButton = nullptr;
+    // Beside Start Test after a test with answers to look back on.
+    QPushButton *reviewButton = nullptr;
     QLabel *outcome = nullptr;
 
     QFrame *scorePanel = nullptr;
@@ -51,6 +55,8 @@ struct MainScreenPanels {
     QLabel *wrongCount = nullptr;
     QLabel *score = nullptr;
     QPushButton *stopButton = nullptr;
+    // In the place of the test's clock and score while the child practises.
+    PracticePanel *practicePanel = nullptr;
 
     QFrame *arithmeticPanel = nullptr;
     QLineEdit *number1Box = nullptr;
@@ -74,6 +80,9 @@ struct MainScreenPanels {
     // more room than the screen is laid out for (a classroom projector), and
     // back to their usual size in a smaller one.
     void growWithWindow(const QSize &windowSize);
+
+    // The review of the last test, in the place of the start panel.
+    ReviewPanel *reviewPanel = nullptr;
 
     QFrame *lastAnswerPanel = nullptr;
     QLabel *lastAnswerCaption = nullptr;

@@ -1,6 +1,7 @@
-// The timed test of the main screen: starting it, the clock, judging the
-// answers as they come, recording the score at the end, and closing the
-// window while a test runs.
+// The timed test of the main screen: starting it, the clock, showing the
+// questions and judging the answers as they come (a practice round shows and
+// judges its questions the same way), recording the score at the end, and
+// closing the window while a test runs.
 #include "MainScreen.h"
 
 #include "MainScreenPanels.h"
@@ -68,26 +69,13 @@ void MainScreen::startTest()
 {
     const StudentRecords &records = m_session.records;
     const TestBank &bank = m_session.bank;
-    hideCommandButtons();
-    m_ui->startPanel->hide();
-    m_ui->lastAnswerPanel->hide();
-
-    if (records.currentSubject != ArithmeticSubject) {
-        m_ui->multipleChoiceInstruction->setText(
-            records.currentSubject == SpellingSubject
-                ? QStringLiteral("Select the correct spelling, and press [Enter]:")
-                : QStringLiteral("Select the correct answer, and press [Enter]:"));
-        m_ui->multipleChoicePanel->show();
+    forgetReview();
+    m_testRecord.start(records.currentSubject);
+    if (records.currentSubject != ArithmeticSubject)
         m_sequence.startMultipleChoice(bank);
-    } else {
-        m_ui->arithmeticPanel->show();
+    else
         m_sequence.startArithmetic(bank, records.currentLevel);
-        if (!bank.arithSwitch[records.currentLevel][SwitchBlanks]) {
-            setDisplayStyle(*m_ui->number1Box);
-            setDisplayStyle(*m_ui->number2Box);
-            setEntryStyle(*m_ui->answerBox);
-        }
-    }
+    showQuestionPanel();
 
     for (QLabel *counter : {m_ui->rightCount, m_ui->wrongCount, m_ui->score})
         counter->setNum(0);
@@ -101,6 +89,30 @@ void MainScreen::startTest()
     m_ui->stopButton->show();
 
     showNextQuestion();
+}
+
+// The question panel of the current subject in the place of the start panel,
+// for a test or a practice round.
+void MainScreen::showQuestionPanel()
+{
+    const StudentRecords &records = m_session.records;
+    hideCommandButtons();
+    m_ui->startPanel->hide();
+    m_ui->lastAnswerPanel->hide();
+    if (records.currentSubject != ArithmeticSubject) {
+        m_ui->multipleChoiceInstruction->setText(
+            records.currentSubject == SpellingSubject
+                ? QStringLiteral("Select the correct spelling, and press [Enter]:")
+                : QStringLiteral("Select the correct answer, and press [Enter]:"));
+        m_ui->multipleChoicePanel->show();
+        return;
+    }
+    m_ui->arithmeticPanel->show();
+    if (!m_session.bank.arithSwitch[records.currentLevel][SwitchBlanks]) {
+        setDisplayStyle(*m_ui->number1Box);
+        setDisplayStyle(*m_ui->number2Box);
+        setEntryStyle(*m_ui->answerBox);
+    }
 }
 
 void MainScreen::onClockTick()
@@ -158,6 +170,7 @@ void MainScreen::endTest()
     showTotals();
     m_ui->outcome->show();
     showCommandButtons();
+    offerReview();
 }
 
 void MainScreen::closeEvent(QCloseEvent *event)
@@ -199,9 +212,19 @@ void MainScreen::showNextQuestion()
 {
     const StudentRecords &records = m_session.records;
     const TestBank &bank = m_session.bank;
-    if (records.currentSubject != ArithmeticSubject) {
+    if (records.currentSubject != ArithmeticSubject)
         m_multipleChoice = m_sequence.nextMultipleChoice(
             bank, records.currentSubject, records.currentLevel, m_random, m_answerPositions);
+    else
+        m_arithmetic = m_sequence.nextArithmetic(bank, records.currentLevel, m_random);
+    showQuestion();
+}
+
+// Puts the current problem or question on the screen. Every question a child
+// sees, in a test or in a practice round, is shown here.
+void MainScreen::showQuestion()
+{
+    if (m_session.records.currentSubject != ArithmeticSubject) {
         m_ui->questionLabel->setText(QString::fromStdString(m_multipleChoice.label));
         // Spelling questions above the first levels have no clue to show.
         m_ui->questionLabel->setVisible(!m_ui->questionLabel->text().isEmpty());
@@ -219,10 +242,10 @@ void MainScreen::showNextQuestion()
         }
         m_ui->fitAnswers();
         clearChosenAnswer();
+        questionShown();
         return;
     }
 
-    m_arithmetic = m_sequence.nextArithmetic(bank, records.currentLevel, m_random);
     m_ui->operationSign->setText(shownOperation(m_arithmetic.symbol));
     m_ui->number1Box->setText(QString::number(m_arithmetic.number1));
     m_ui->number2Box->setText(QString::number(m_arithmetic.number2));
@@ -250,6 +273,7 @@ void MainScreen::showNextQuestion()
         box->setFocusPolicy(isBlank ? Qt::StrongFocus : Qt::NoFocus);
     }
     blankBox()->setFocus();
+    questionShown();
 }
 
 QLineEdit *MainScreen::blankBox() const
@@ -288,10 +312,14 @@ void MainScreen::showLastAnswer(bool arithmetic)
     m_ui->lastAnswerPanel->show();
 }
 
-void MainScreen::countAnswer(bool right, const QString &rightText, const QString &wrongText)
+void MainScreen::showVerdict(bool right, const QString &rightText, const QString &wrongText)
 {
     setTextColour(*m_ui->verdict, right ? Bgr::Blue : Bgr::Red);
     m_ui->verdict->setText(right ? rightText : wrongText);
+}
+
+void MainScreen::countAnswer(bool right)
+{
     addOne(right ? *m_ui->rightCount : *m_ui->wrongCount);
     m_ui->score->setNum(m_ui->rightCount->text().toInt() - m_ui->wrongCount->text().toInt());
 }
@@ -320,8 +348,11 @@ void MainScreen::checkArithmeticAnswer()
     const bool right = isRightArithmetic(
         m_ui->number1Box->text().toStdString(), m_arithmetic.symbol,
         m_ui->number2Box->text().toStdString(), m_ui->answerBox->text().toStdString());
-    countAnswer(right, QStringLiteral("Right:"), QStringLiteral("Wrong:"));
-    showNextQuestion();
+    showVerdict(right, QStringLiteral("Right:"), QStringLiteral("Wrong:"));
+    GivenAnswer given;
+    given.typed = blankBox()->text().toStdString();
+    given.right = right;
+    questionAnswered(given);
 }
 
 void MainScreen::chooseAnswer(int index)
@@ -361,7 +392,9 @@ void MainScreen::onAnswerKey(Qt::Key key)
     for (int index = 0; index < 4; ++index)
         if (m_ui->answerButtons[index]->isChecked())
             chosen = index;
-    countAnswer(chosen == m_multipleChoice.answerPosition, QStringLiteral("Right."),
-                QStringLiteral("Wrong."));
-    showNextQuestion();
+    GivenAnswer given;
+    given.chosen = chosen;
+    given.right = chosen == m_multipleChoice.answerPosition;
+    showVerdict(given.right, QStringLiteral("Right."), QStringLiteral("Wrong."));
+    questionAnswered(given);
 }

@@ -88,6 +88,9 @@ TEST_F(WindowSizeTest, OnASmallLaptopNothingIsCutOffBetweenOrDuringTests)
         screen->stopTest();
         EXPECT_TRUE(shown("lblTestCompleted"));
         EXPECT_EQ(cutOff(), "") << at << " after the test";
+        button("cmdReview")->click();
+        EXPECT_EQ(cutOff(), "") << at << " review";
+        button("cmdReviewBack")->click();
 
         combo("cmbSubject")->setCurrentIndex(Science);
         chooseLevel(0);
