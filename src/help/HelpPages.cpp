@@ -102,6 +102,13 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "<b>Score</b> of 3. ",
         "When the test ends, the Score becomes the Student's <b>Last</b> score for that "
         "Subject and Level, and also the <b>High</b> score when it beats the previous best.",
+        "<p>After a test, click <b>[Review]</b> to see every question of the test with its "
+        "right answer: the missed ones come first, in red, each with the answer that was "
+        "given. <b>[Practise missed]</b> asks the missed questions again, just as they were "
+        "shown, without a clock and without a score: a question answered wrong comes back a "
+        "little later, until each one has been answered right. Practice never changes the "
+        "<b>Last</b> or <b>High</b> score. <b>[Stop Practice]</b> ends it at any time. The "
+        "review goes when a new test starts or another Student, Subject or Level is chosen.",
 
         "<hr>",
         "<center><u><h3>Students</h3></u></center>",
