@@ -266,7 +266,7 @@ TEST_F(ReviewTest, PractisingTheMissedAsksThemAsShownUntilRightAndLeavesScoresAn
     EXPECT_EQ(showing({"fraQuestion_Multi", "fraPractice", "fraScore_Test", "fraReview",
                        "cmdSelectStudent", "cmdExit"}),
               "fraScore_Test|fraReview|cmdSelectStudent|cmdExit");
-    EXPECT_EQ(text("lblReviewHeading"), "Well done! You got all 2 right in the end.");
+    EXPECT_EQ(text("lblReviewHeading"), "Well done! You got both right in the end.");
     EXPECT_EQ(textColour(label("lblReviewHeading")), bgrColor(Bgr::Green));
     EXPECT_EQ(scores(), scoresAfterTest);
     EXPECT_TRUE(fileState(session.paths.testsPath) == tests);

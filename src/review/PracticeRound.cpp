@@ -62,7 +62,9 @@ std::string PracticeRound::progressText() const
 
 std::string PracticeRound::praise() const
 {
-    const std::string all = m_questionCount == 1 ? "it" : "all " + std::to_string(m_questionCount);
+    const std::string all = m_questionCount == 1   ? "it"
+                            : m_questionCount == 2 ? "both"
+                                                   : "all " + std::to_string(m_questionCount);
     if (m_wrongAnswers == 0)
         return "Well done! You got " + all + " right the first time.";
     return "Well done! You got " + all + " right in the end.";

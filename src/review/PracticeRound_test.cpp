@@ -77,7 +77,7 @@ TEST(PracticeRound, EachMissedQuestionIsPractisedOnceAsItWasFirstShown)
     EXPECT_EQ(round.progressText(), "1 question to go");
     round.answer(true);
     EXPECT_TRUE(round.isOver());
-    EXPECT_EQ(round.praise(), "Well done! You got all 2 right the first time.");
+    EXPECT_EQ(round.praise(), "Well done! You got both right the first time.");
 
     // A multiple-choice question comes back with its answers in the order the
     // child first missed it in, though the test showed it again in another.
