@@ -13,6 +13,7 @@ class QLineEdit;
 class QListWidget;
 class QPushButton;
 class QScrollArea;
+class AddClassDialog;
 class LevelButtons;
 class ResultsPanel;
 struct ClassReport;
@@ -36,6 +37,10 @@ public:
     void setHelpOpener(HelpOpener openHelp);
     // Shows the class report; tests replace the print preview so that nothing blocks.
     void setReportPreviewer(ReportPreviewer previewer);
+    // Runs the Add Class dialog; true when the user chose Add. Tests replace it
+    // to fill the dialog in and answer without blocking.
+    using AddClassRunner = std::function<bool(AddClassDialog &dialog)>;
+    void setAddClassRunner(AddClassRunner runAddClass);
 
     // What the user does on the screen; public so that tests can drive it.
     // Shows the student selected in the list: name, level and results.
@@ -45,6 +50,8 @@ public:
     // The name box was edited: the selected student takes the new name.
     void renameStudent();
     void addStudent();
+    // Adds the students of a pasted or read class list at the end of the roster.
+    void addClass();
     // Asks first; the last student is never deleted.
     void deleteStudent();
     void chooseLevel(int level);
@@ -84,6 +91,7 @@ private:
     Session &m_session;
     HelpOpener m_openHelp;
     ReportPreviewer m_previewReport = previewClassReport;
+    AddClassRunner m_runAddClass;
     bool m_busy = false;   // the screen is filling its own controls
     bool m_loaded = false; // the roster was read, so closing may save it
 
@@ -93,6 +101,7 @@ private:
     LevelButtons *m_levels = nullptr;
     QComboBox *m_subjectList = nullptr;
     QPushButton *m_addButton = nullptr;
+    QPushButton *m_addClassButton = nullptr;
     QPushButton *m_deleteButton = nullptr;
     QPushButton *m_reportButton = nullptr;
     QPushButton *m_exportButton = nullptr;
