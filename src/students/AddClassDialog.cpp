@@ -50,7 +50,7 @@ AddClassDialog::AddClassDialog(const std::vector<Student> &roster, Prompt &promp
     // Lines are not wrapped, so that line 4 of the live line is the fourth line seen.
     m_namesBox->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_namesBox->setTabChangesFocus(true);
-    m_namesBox->setMinimumSize(360, 300);
+    m_namesBox->setMinimumSize(420, 240);
     boxCaption->setBuddy(m_namesBox);
     connect(m_namesBox, &QPlainTextEdit::textChanged, this, &AddClassDialog::updateSummary);
 
@@ -76,7 +76,8 @@ AddClassDialog::AddClassDialog(const std::vector<Student> &roster, Prompt &promp
     m_summary->setObjectName(QStringLiteral("lblSummary"));
     m_summary->setTextFormat(Qt::PlainText);
     m_summary->setWordWrap(true);
-    m_summary->setMinimumHeight(3 * m_summary->fontMetrics().lineSpacing());
+    // Room for the counts and a warning, so that the box does not jump as they come.
+    m_summary->setMinimumHeight(4 * m_summary->fontMetrics().lineSpacing());
     m_summary->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
     auto *buttons = new QDialogButtonBox(this);
@@ -96,6 +97,8 @@ AddClassDialog::AddClassDialog(const std::vector<Student> &roster, Prompt &promp
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(14, 12, 14, 12);
+    // A live line longer than its room makes the dialog taller, never the controls overlap.
+    layout->setSizeConstraint(QLayout::SetMinimumSize);
     layout->addWidget(boxCaption);
     layout->addWidget(m_namesBox, 1);
     layout->addLayout(options);
