@@ -164,7 +164,7 @@ void AddClassDialog::readFromFile()
     QString lines;
     for (const std::string &name : list.names)
         lines += QString::fromStdString(name) + '\n';
-    // Added after what the box holds, on a line of its own, as one step Undo takes back.
+    // Added after what the box holds, starting on a line of its own.
     QTextCursor cursor(m_namesBox->document());
     cursor.movePosition(QTextCursor::End);
     if (!m_namesBox->document()->isEmpty() && !cursor.block().text().isEmpty())

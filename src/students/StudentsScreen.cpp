@@ -117,8 +117,8 @@ QWidget *StudentsScreen::buildRoster(QWidget *parent)
     connect(m_addButton, &QPushButton::clicked, this, &StudentsScreen::addStudent);
     connect(m_deleteButton, &QPushButton::clicked, this, &StudentsScreen::deleteStudent);
 
-    // Beside Add Student, and after it for Tab. One widget, so that a mode that
-    // keeps the roster as it is can hide it.
+    // Beside Add Student, and next after it for Tab. Add Class starts from this
+    // button alone, so hiding the button takes the whole feature away.
     m_addClassButton =
         button(QStringLiteral("cmdAddClass"), QStringLiteral("Add &Class\u2026"), roster);
     m_addClassButton->setAccessibleName(QStringLiteral("Add Class"));
