@@ -10,9 +10,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <algorithm>
-#include <array>
-
 namespace {
 
 ClassList refused(const std::string &fileName, const std::string &why)
@@ -39,13 +36,13 @@ std::string extensionOf(const std::string &fileName)
 }
 
 // The column a header row names, or -1 when the first record is not a header.
+// "Name" wins over "Student", under which a school's export may list numbers.
 int headerColumn(const std::vector<std::string> &record)
 {
-    for (const auto &headings :
-         std::array<std::array<const char *, 2>, 2>{{{"name", "names"}, {"student", "students"}}}) {
+    for (const std::string heading : {"name", "student"}) {
         for (std::size_t column = 0; column < record.size(); ++column) {
-            const std::string heading = lowerAscii(trimName(record[column]));
-            if (heading == headings[0] || heading == headings[1]) {
+            const std::string field = lowerAscii(trimName(record[column]));
+            if (field == heading || field == heading + "s") {
                 return static_cast<int>(column);
             }
         }
@@ -90,8 +87,8 @@ char delimiterOf(std::string_view &text)
     return guessDelimiter(text);
 }
 
-// Each record's field at column (empty when the record is shorter); the first
-// record is a header when it names the column.
+// The names in the column a header row names, else in the first column; a
+// header row is not a name, nor is a record without the column.
 std::vector<std::string> namesInColumn(std::string_view text, char delimiter)
 {
     DelimitedReader reader(text, delimiter);
