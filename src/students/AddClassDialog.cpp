@@ -9,8 +9,6 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFile>
-#include <QFileDialog>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -25,17 +23,10 @@ namespace {
 
 const QString Title = QStringLiteral("Add Class");
 
-QString askForClassList(QWidget *parent)
-{
-    return QFileDialog::getOpenFileName(
-        parent, QStringLiteral("Read Names From a File"), QString(),
-        QStringLiteral("Class lists (*.csv *.txt *.tsv);;All files (*)"));
-}
-
 } // namespace
 
 AddClassDialog::AddClassDialog(const std::vector<Student> &roster, Prompt &prompt, QWidget *parent)
-    : QDialog(parent), m_planner(roster), m_prompt(prompt), m_askForFile(askForClassList)
+    : QDialog(parent), m_planner(roster), m_prompt(prompt)
 {
     setObjectName(QStringLiteral("frmAddClass"));
     setWindowTitle(Title);
@@ -111,11 +102,6 @@ AddClassDialog::AddClassDialog(const std::vector<Student> &roster, Prompt &promp
 
 AddClassDialog::~AddClassDialog() = default;
 
-void AddClassDialog::setFileQuestion(FileQuestion askForFile)
-{
-    m_askForFile = std::move(askForFile);
-}
-
 int16_t AddClassDialog::level() const
 {
     return static_cast<int16_t>(qMax(0, m_levelList->currentIndex()));
@@ -149,7 +135,9 @@ void AddClassDialog::updateSummary()
 
 void AddClassDialog::readFromFile()
 {
-    const QString path = m_askForFile ? m_askForFile(this) : QString();
+    const QString path =
+        m_prompt.openFileName(this, QStringLiteral("Read Names From a File"),
+                              QStringLiteral("Class lists (*.csv *.txt *.tsv);;All files (*)"));
     if (path.isEmpty())
         return;
     ClassList list;

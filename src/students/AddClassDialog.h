@@ -6,7 +6,6 @@
 
 #include <QDialog>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,15 +19,10 @@ class Prompt;
 class AddClassDialog : public QDialog {
     Q_OBJECT
 public:
-    // The roster is only read, to tell names already on it; messages about a
-    // file go through the prompt.
+    // The roster is only read, to tell names already on it. The choice of a file
+    // and any message about it go through the prompt.
     AddClassDialog(const std::vector<Student> &roster, Prompt &prompt, QWidget *parent = nullptr);
     ~AddClassDialog() override;
-
-    // Asks which file to read; an empty answer means the user cancelled. Tests
-    // replace it so that nothing blocks.
-    using FileQuestion = std::function<QString(QWidget *parent)>;
-    void setFileQuestion(FileQuestion askForFile);
 
     // The names Add gives, cleaned and sorted out, and the level chosen for them.
     const NewNames &newNames() const { return m_newNames; }
@@ -47,7 +41,6 @@ private:
 
     NewNamesPlanner m_planner;
     Prompt &m_prompt;
-    FileQuestion m_askForFile;
     NewNames m_newNames;
 
     QPlainTextEdit *m_namesBox = nullptr;

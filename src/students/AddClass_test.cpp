@@ -22,6 +22,7 @@
 namespace {
 
 using Names = std::vector<std::string>;
+using Kind = ScriptedPrompt::Shown::Kind;
 
 // What a test does in the dialog, in place of the user; its answer is the
 // dialog's own: true only when Add closed it.
@@ -239,18 +240,17 @@ TEST_F(AddClassTest, FromFileReadsAClassListIntoTheBoxOrSaysWhyNot)
     addClass(*screen, [&](AddClassDialog &dialog) {
         auto *box = in<QPlainTextEdit>(dialog, "txtNames");
         paste(dialog, QStringLiteral("Typed First"));
-        std::vector<QString> answers = {QString(), QString::fromStdString(big.string()),
-                                        QString::fromStdString(csv.string())};
-        dialog.setFileQuestion([&](QWidget *) {
-            const QString answer = answers.front();
-            answers.erase(answers.begin());
-            return answer;
-        });
         // Cancelled, then too large: the box stays as it was.
+        prompt.answerOpenFile(QString());
+        prompt.answerOpenFile(QString::fromStdString(big.string()));
+        prompt.answerOpenFile(QString::fromStdString(csv.string()));
         in<QPushButton>(dialog, "cmdFromFile")->click();
+        ASSERT_EQ(prompt.shown().size(), 1u);
+        EXPECT_EQ(prompt.last()->kind, Kind::OpenFile);
         dialog.readFromFile();
         EXPECT_EQ(box->toPlainText(), QStringLiteral("Typed First"));
-        ASSERT_EQ(prompt.shown().size(), 1u);
+        ASSERT_EQ(prompt.shown().size(), 3u);
+        EXPECT_EQ(prompt.last()->kind, Kind::Stop);
         EXPECT_EQ(prompt.last()->title, QStringLiteral("Add Class"));
         EXPECT_TRUE(prompt.last()->text.contains(QStringLiteral("larger than 1 MB")));
 

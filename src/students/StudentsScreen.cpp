@@ -1,6 +1,5 @@
 #include "StudentsScreen.h"
 
-#include "AddClassDialog.h"
 #include "LevelButtons.h"
 #include "ResultsPanel.h"
 #include "RosterList.h"
@@ -75,7 +74,6 @@ StudentsScreen::StudentsScreen(Session &session, QWidget *parent)
         HelpScreen help(HelpPage::Students, paths, owner);
         help.exec();
     };
-    m_runAddClass = [](AddClassDialog &dialog) { return dialog.exec() == QDialog::Accepted; };
 
     // Built in the order Tab should visit them: the roster, the selected
     // student, the results, then Help and Close.
@@ -220,11 +218,6 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
 void StudentsScreen::setHelpOpener(HelpOpener openHelp)
 {
     m_openHelp = std::move(openHelp);
-}
-
-void StudentsScreen::setAddClassRunner(AddClassRunner runAddClass)
-{
-    m_runAddClass = std::move(runAddClass);
 }
 
 void StudentsScreen::fitInto(const QSize &room)
@@ -390,35 +383,6 @@ void StudentsScreen::addStudent()
     // Selecting the new line runs the selecting step.
     m_studentList->setCurrentRow(m_studentList->count() - 1);
     m_nameBox->setFocus();
-}
-
-void StudentsScreen::addClass()
-{
-    AddClassDialog dialog(m_session.records.students, m_session.prompt, this);
-    if (!m_runAddClass || !m_runAddClass(dialog))
-        return;
-    const WaitCursor wait;
-    std::vector<Student> &students = m_session.records.students;
-    const std::size_t first = addNewStudents(m_session.records, dialog.newNames().names,
-                                             dialog.level(), m_session.bank.subjectMax);
-    if (first >= students.size())
-        return;
-    {
-        const BusyScope busy(m_busy);
-        // A first run's nameless student may have taken the first name.
-        if (first < static_cast<std::size_t>(m_studentList->count()))
-            m_studentList->item(static_cast<int>(first))
-                ->setText(QString::fromStdString(students[first].name));
-        QStringList lines;
-        for (std::size_t i = static_cast<std::size_t>(m_studentList->count()); i < students.size();
-             ++i)
-            lines.append(QString::fromStdString(students[i].name));
-        m_studentList->addItems(lines);
-        m_studentList->setCurrentRow(static_cast<int>(first));
-    }
-    m_deleteButton->setEnabled(students.size() > 1);
-    // The class starts at the selected line; its first student is shown.
-    selectStudent();
 }
 
 void StudentsScreen::deleteStudent()

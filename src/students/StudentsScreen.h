@@ -37,8 +37,8 @@ public:
     void setHelpOpener(HelpOpener openHelp);
     // Shows the class report; tests replace the print preview so that nothing blocks.
     void setReportPreviewer(ReportPreviewer previewer);
-    // Runs the Add Class dialog; true when the user chose Add. Tests replace it
-    // to fill the dialog in and answer without blocking.
+    // Runs the Add Class dialog in place of showing it; true for Add. Tests set
+    // it to fill the dialog in and answer without blocking.
     using AddClassRunner = std::function<bool(AddClassDialog &dialog)>;
     void setAddClassRunner(AddClassRunner runAddClass);
 
