@@ -98,6 +98,7 @@ TEST_F(AddClassTest, APastedClassGoesToTheEndOnceAndIsSavedWhenTheScreenCloses)
 {
     writeRoster({"Ann Lee", "Bob Cruz"}, 1);
     auto screen = openScreen();
+    screen->show();
     // Thirty lines: two names on the roster already, one blank line.
     QString pasted = QStringLiteral("ann lee\r\n");
     for (int i = 1; i <= 27; ++i)
@@ -116,8 +117,11 @@ TEST_F(AddClassTest, APastedClassGoesToTheEndOnceAndIsSavedWhenTheScreenCloses)
         expected.push_back("Pupil " + std::to_string(i));
     expected.push_back("Zo\u00EB Ng");
     EXPECT_EQ(lines(*screen), expected);
-    // The class starts at the selected line; every student is made as Add Student makes one.
-    EXPECT_EQ(child<QListWidget>(*screen, "List1")->currentRow(), 2);
+    // The class starts at the selected line, shown at the top of the list; every
+    // student is made as Add Student makes one.
+    auto *list = child<QListWidget>(*screen, "List1");
+    EXPECT_EQ(list->currentRow(), 2);
+    EXPECT_EQ(list->indexAt(QPoint(1, 1)).row(), 2);
     EXPECT_EQ(child<QLineEdit>(*screen, "txtStudent")->text(), QStringLiteral("Pupil 1"));
     EXPECT_TRUE(child<QRadioButton>(*screen, "optLevel3")->isChecked());
     for (std::size_t i = 2; i < expected.size(); ++i) {

@@ -43,4 +43,6 @@ void StudentsScreen::addClass()
         selectStudent();
     else
         m_studentList->setCurrentRow(first);
+    // As much of the new class as fits is in view, not only its first name.
+    m_studentList->scrollToItem(m_studentList->item(first), QAbstractItemView::PositionAtTop);
 }
