@@ -3,6 +3,7 @@
 #include "LevelButtons.h"
 #include "ResultsPanel.h"
 #include "RosterList.h"
+#include "backups/BackupsDialog.h"
 #include "core/StudentsFile.h"
 #include "help/HelpScreen.h"
 #include "ui/FileText.h"
@@ -74,6 +75,7 @@ StudentsScreen::StudentsScreen(Session &session, QWidget *parent)
         HelpScreen help(HelpPage::Students, paths, owner);
         help.exec();
     };
+    m_showBackups = [](BackupsDialog &dialog) { dialog.exec(); };
 
     // Built in the order Tab should visit them: the roster, the selected
     // student, the results, then Help and Close.
@@ -188,17 +190,24 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
         QStringLiteral("Every student's results saved as a CSV file for spreadsheets"));
     connect(m_reportButton, &QPushButton::clicked, this, &StudentsScreen::showReport);
     connect(m_exportButton, &QPushButton::clicked, this, &StudentsScreen::exportResults);
+    // A button of its own, so that a classroom setting can hide it.
+    m_backupsButton =
+        button(QStringLiteral("cmdBackups"), QStringLiteral("&Backups\u2026"), footer);
+    m_backupsButton->setAccessibleName(QStringLiteral("Backups"));
     m_helpButton = button(QStringLiteral("cmdHelp"), QStringLiteral("Help"), footer);
     m_closeButton = button(QStringLiteral("cmdClose"), QStringLiteral("Close"), footer);
     m_closeButton->setDefault(true);
-    for (QPushButton *pushButton : {m_reportButton, m_exportButton, m_helpButton, m_closeButton})
+    for (QPushButton *pushButton :
+         {m_reportButton, m_exportButton, m_backupsButton, m_helpButton, m_closeButton})
         pushButton->setMinimumWidth(100);
+    connect(m_backupsButton, &QPushButton::clicked, this, &StudentsScreen::openBackups);
     connect(m_helpButton, &QPushButton::clicked, this, &StudentsScreen::showHelp);
     connect(m_closeButton, &QPushButton::clicked, this, &StudentsScreen::closeScreen);
 
     layout->addWidget(notes, 1);
     layout->addWidget(m_reportButton);
     layout->addWidget(m_exportButton);
+    layout->addWidget(m_backupsButton);
     layout->addWidget(m_helpButton);
     layout->addWidget(m_closeButton);
     return footer;
@@ -207,6 +216,11 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
 void StudentsScreen::setHelpOpener(HelpOpener openHelp)
 {
     m_openHelp = std::move(openHelp);
+}
+
+void StudentsScreen::setBackupsShower(BackupsShower showBackups)
+{
+    m_showBackups = std::move(showBackups);
 }
 
 void StudentsScreen::fitInto(const QSize &room)
@@ -385,6 +399,7 @@ void StudentsScreen::deleteStudent()
     const int student = selectedStudent();
     if (student < 0)
         return;
+    m_session.backUpBeforeLoss({DataFile::Students}, this);
     {
         const BusyScope busy(m_busy);
         std::unique_ptr<QListWidgetItem> line(m_studentList->takeItem(student));
@@ -419,6 +434,25 @@ void StudentsScreen::showHelp()
 {
     if (m_openHelp)
         m_openHelp(this);
+}
+
+void StudentsScreen::openBackups()
+{
+    BackupsDialog dialog(m_session, this);
+    // The roster or the bank in memory was replaced: the screen shows it at
+    // once, on the same line of the list where the roster still reaches it.
+    connect(&dialog, &BackupsDialog::restored, this, [this] {
+        const int row = selectedStudent();
+        fillControls();
+        m_deleteButton->setEnabled(m_studentList->count() > 1);
+        if (row >= 0 && row < m_studentList->count()) {
+            const BusyScope busy(m_busy);
+            m_studentList->setCurrentRow(row);
+        }
+        selectCurrentSubject();
+        selectStudent();
+    });
+    m_showBackups(dialog);
 }
 
 void StudentsScreen::closeScreen()
