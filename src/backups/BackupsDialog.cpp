@@ -116,15 +116,14 @@ BackupsDialog::~BackupsDialog() = default;
 
 void BackupsDialog::fillList()
 {
-    const Backup *selected = nullptr;
+    // The copy that was selected stays selected; otherwise the newest is.
     const std::filesystem::path was =
         selectedRow() >= 0 ? m_backups[selectedRow()].path : std::filesystem::path();
-
     m_backups = m_session.backups.list();
     m_summaries.assign(m_backups.size(), std::nullopt);
+
     const QSignalBlocker quiet(m_list);
     m_list->clear();
-    int row = 0;
     int current = 0;
     for (const Backup &backup : m_backups) {
         auto *item = new QTreeWidgetItem(m_list);
@@ -132,16 +131,13 @@ void BackupsDialog::fillList()
         item->setText(FileColumn,
                       QString::fromStdString(m_session.backups.source(backup.file).label));
         item->setText(HoldsColumn, QStringLiteral("\u2026"));
-        if (backup.path == was) {
-            selected = &backup;
-            current = row;
-        }
-        ++row;
+        if (backup.path == was)
+            current = m_list->topLevelItemCount() - 1;
     }
     for (const int column : {MadeColumn, FileColumn})
         m_list->resizeColumnToContents(column);
     if (!m_backups.empty()) {
-        m_list->setCurrentItem(m_list->topLevelItem(selected ? current : 0));
+        m_list->setCurrentItem(m_list->topLevelItem(current));
         m_reader->start();
     }
     showSelected();

@@ -145,9 +145,9 @@ void Backups::addSource(BackupSource source)
     m_sources.push_back({std::move(source), ownCopier, false});
 }
 
-Backups::Sourced &Backups::sourced(DataFile file)
+template <typename Sources> auto &Backups::find(Sources &sources, DataFile file)
 {
-    for (Sourced &each : m_sources) {
+    for (auto &each : sources) {
         if (each.source.file == file) {
             return each;
         }
@@ -155,9 +155,14 @@ Backups::Sourced &Backups::sourced(DataFile file)
     throw std::logic_error("no backups are kept of this file");
 }
 
+Backups::Sourced &Backups::sourced(DataFile file)
+{
+    return find(m_sources, file);
+}
+
 const BackupSource &Backups::source(DataFile file) const
 {
-    return const_cast<Backups *>(this)->sourced(file).source;
+    return find(m_sources, file).source;
 }
 
 std::vector<Backup> Backups::listOf(const BackupSource &source) const

@@ -95,6 +95,7 @@ private:
         bool ownCopier = false;   // the copy is not the file's bytes, so compare copies
         bool savedBefore = false; // backed up (or tried) before its first save
     };
+    template <typename Sources> static auto &find(Sources &sources, DataFile file);
     Sourced &sourced(DataFile file);
     std::vector<Backup> listOf(const BackupSource &source) const;
     // backUp(), leaving spared in place whatever the keeping rule says.
