@@ -201,17 +201,22 @@ void BackupsDialog::restoreSelected()
         return;
     const Backup chosen = m_backups[row];
     const QString label = QString::fromStdString(m_session.backups.source(chosen.file).label);
-    if (!m_session.prompt.confirm(
-            this, QStringLiteral("Confirm Restore"),
-            QStringLiteral("Are you sure you want to Restore the %1 file as it was on %2?\rThe "
-                           "%1 file as it is now is kept as a backup first.")
-                .arg(label, spokenTime(chosen.made))))
+    const bool confirmed = m_session.prompt.confirm(
+        this, QStringLiteral("Confirm Restore"),
+        QStringLiteral("Are you sure you want to Restore the %1 file as it was on %2?\rThe %1 "
+                       "file as it is now is kept as a backup first.")
+            .arg(label, spokenTime(chosen.made)));
+    // A desktop gives the keyboard back to the dialog when a question closes;
+    // a bare X session (a kiosk) does not.
+    activateWindow();
+    if (!confirmed)
         return;
     bool done = false;
     {
         const WaitCursor wait;
         done = m_session.restoreBackup(chosen, this);
     }
+    activateWindow();
     // The copy of the file as it was is a new backup at the top of the list.
     fillList();
     if (!done)

@@ -453,6 +453,8 @@ void StudentsScreen::openBackups()
         selectStudent();
     });
     m_showBackups(dialog);
+    // The keyboard comes back here also where no window manager hands it back.
+    activateWindow();
 }
 
 void StudentsScreen::closeScreen()
