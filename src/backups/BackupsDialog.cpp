@@ -7,6 +7,7 @@
 #include "ui/WaitCursor.h"
 
 #include <QDate>
+#include <QDateTime>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>

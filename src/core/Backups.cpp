@@ -6,6 +6,8 @@
 #include "core/ReadFile.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <system_error>
@@ -93,7 +95,7 @@ bool sameBytes(const fs::path &a, const fs::path &b)
         first.size() != second.size()) {
         return false;
     }
-    constexpr std::size_t Piece = 256 * 1024;
+    constexpr std::size_t Piece = SavePieceBytes;
     const auto one = std::make_unique<char[]>(Piece);
     const auto other = std::make_unique<char[]>(Piece);
     try {

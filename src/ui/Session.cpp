@@ -89,9 +89,15 @@ bool Session::restoreBackup(const Backup &backup, QWidget *parent)
     // Read whole first: a copy that does not load is never put in place.
     StudentRecords roster;
     TestBank restoredBank;
-    const LoadResult read = backup.file == DataFile::Students
-                                ? readStudentsCopy(backup.path, bank, roster)
-                                : readTestsCopy(backup.path, restoredBank);
+    LoadResult read;
+    switch (backup.file) {
+    case DataFile::Students:
+        read = readStudentsCopy(backup.path, bank, roster);
+        break;
+    case DataFile::Tests:
+        read = readTestsCopy(backup.path, restoredBank);
+        break;
+    }
     if (!read.ok()) {
         const QString problem = read.error ? QString::fromStdString(read.error->message())
                                            : QStringLiteral("It could not be read.");
@@ -103,12 +109,15 @@ bool Session::restoreBackup(const Backup &backup, QWidget *parent)
         prompt.stop(parent, Title, QString::fromStdString(*problem));
         return false;
     }
-    if (backup.file == DataFile::Students) {
+    switch (backup.file) {
+    case DataFile::Students:
         adoptRoster(records, std::move(roster));
-    } else {
+        break;
+    case DataFile::Tests:
         adoptBank(bank, std::move(restoredBank), records);
-        // The file that could not be used has been kept as a backup and replaced.
+        // A file that could not be used at start-up has been backed up and replaced.
         keepTestsFile = false;
+        break;
     }
     return true;
 }
