@@ -5,6 +5,7 @@
 
 #include "backups/BackupsDialog.h"
 
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTreeWidget>
@@ -108,4 +109,46 @@ TEST_F(StudentsScreenTest, BackupsRestoresResetResultsAndTheScreenShowsThemAtOnc
     EXPECT_EQ(child<QListWidget>(*screen, "List1")->currentRow(), 2);
     const QAbstractItemModel &grid = *child<QTableView>(*screen, "Grid1")->model();
     EXPECT_EQ(cell(grid, 5, 2), QString::number(scoreOf(2, 2, 0, false)));
+}
+
+TEST_F(StudentsScreenTest, ARestoredShorterRosterLeavesAValidSelectionAndCanBeUndone)
+{
+    writeRoster({"A", "B"});
+    const std::string twoStudents = bytesOf(session.paths.studentsPath);
+    auto screen = openScreen();
+    auto *list = child<QListWidget>(*screen, "List1");
+    for (const char *name : {"C", "D"}) {
+        screen->addStudent();
+        child<QLineEdit>(*screen, "txtStudent")->setText(QString::fromLatin1(name));
+    }
+    // The first save of the run copies the two-student file first.
+    screen->saveOnClose();
+    const std::string fourStudents = bytesOf(session.paths.studentsPath);
+    list->setCurrentRow(3);
+
+    // Restores the newest copy, which after the first restore is the file it replaced.
+    auto restoreNewest = [&] {
+        screen->setBackupsShower([&](BackupsDialog &dialog) {
+            auto *copies = dialog.findChild<QTreeWidget *>();
+            copies->setCurrentItem(copies->topLevelItem(0));
+            prompt.answerConfirm(true);
+            dialog.restoreSelected();
+        });
+        child<QPushButton>(*screen, "cmdBackups")->click();
+    };
+
+    restoreNewest();
+    EXPECT_EQ(bytesOf(session.paths.studentsPath), twoStudents);
+    EXPECT_EQ(lines(*screen), (std::vector<std::string>{"A", "B"}));
+    // The fourth line is gone: the roster's current student is shown instead.
+    EXPECT_EQ(list->currentRow(), 0);
+    EXPECT_EQ(child<QLineEdit>(*screen, "txtStudent")->text(), QStringLiteral("A"));
+    EXPECT_TRUE(child<QPushButton>(*screen, "cmdDelete")->isEnabled());
+
+    list->setCurrentRow(1);
+    restoreNewest();
+    EXPECT_EQ(bytesOf(session.paths.studentsPath), fourStudents);
+    EXPECT_EQ(lines(*screen), (std::vector<std::string>{"A", "B", "C", "D"}));
+    EXPECT_EQ(list->currentRow(), 1);
+    EXPECT_EQ(child<QLineEdit>(*screen, "txtStudent")->text(), QStringLiteral("B"));
 }

@@ -218,11 +218,6 @@ void StudentsScreen::setHelpOpener(HelpOpener openHelp)
     m_openHelp = std::move(openHelp);
 }
 
-void StudentsScreen::setBackupsShower(BackupsShower showBackups)
-{
-    m_showBackups = std::move(showBackups);
-}
-
 void StudentsScreen::fitInto(const QSize &room)
 {
     // On a small display the results grid gives up rows first; only when it
@@ -434,27 +429,6 @@ void StudentsScreen::showHelp()
 {
     if (m_openHelp)
         m_openHelp(this);
-}
-
-void StudentsScreen::openBackups()
-{
-    BackupsDialog dialog(m_session, this);
-    // The roster or the bank in memory was replaced: the screen shows it at
-    // once, on the same line of the list where the roster still reaches it.
-    connect(&dialog, &BackupsDialog::restored, this, [this] {
-        const int row = selectedStudent();
-        fillControls();
-        m_deleteButton->setEnabled(m_studentList->count() > 1);
-        if (row >= 0 && row < m_studentList->count()) {
-            const BusyScope busy(m_busy);
-            m_studentList->setCurrentRow(row);
-        }
-        selectCurrentSubject();
-        selectStudent();
-    });
-    m_showBackups(dialog);
-    // The keyboard comes back here also where no window manager hands it back.
-    activateWindow();
 }
 
 void StudentsScreen::closeScreen()
