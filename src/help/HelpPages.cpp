@@ -199,6 +199,18 @@ QString studentsHelpPage()
         "<li><b>[Reset ALL Student Totals]</b> sets every score of every Student back to "
         "zero.</ul>",
         "<p>The Students' names and Levels are kept.",
+
+        "<hr>",
+        "<center><u><h3>Backups</h3></u></center>",
+        "<p>Tavrino keeps dated copies of the <b>Students</b> and <b>Tests</b> data in the "
+        "<b>backups</b> folder inside the <b>data</b> directory: one when the program first "
+        "saves each of them, and one just before every reset, every deleted Student, Subject "
+        "or question and every revert to the defaults. The newest 30 copies of each are kept, "
+        "and the newest of each of the last 30 days on which one was made.",
+        "<p>Click <b>[Backups\u2026]</b> to see them, newest first, with what each holds. Choose "
+        "one and click <b>[Restore]</b> to bring that data back, for example after a reset "
+        "by mistake. The data as it is now is kept as a backup first, so a restore can be "
+        "undone the same way.",
         PageEnd,
     });
 }

@@ -8,6 +8,7 @@
 
 #include <functional>
 
+class BackupsDialog;
 class QComboBox;
 class QLineEdit;
 class QListWidget;
@@ -41,6 +42,9 @@ public:
     // it to fill the dialog in and answer without blocking.
     using AddClassRunner = std::function<bool(AddClassDialog &dialog)>;
     void setAddClassRunner(AddClassRunner runAddClass);
+    // Shows the Backups dialog; the default runs it modally, tests drive it instead.
+    using BackupsShower = std::function<void(BackupsDialog &dialog)>;
+    void setBackupsShower(BackupsShower showBackups);
 
     // What the user does on the screen; public so that tests can drive it.
     // Shows the student selected in the list: name, level and results.
@@ -63,6 +67,8 @@ public:
     static constexpr int MaxPreviewPages = 100;
     // Asks for a file and writes every student's results to it as CSV.
     void exportResults();
+    // The Backups dialog; a restored file shows on the screen at once.
+    void openBackups();
     void closeScreen();
     // The close step, run on every way of closing: the selected student becomes
     // the current one and the roster is saved.
@@ -92,6 +98,7 @@ private:
     HelpOpener m_openHelp;
     ReportPreviewer m_previewReport = previewClassReport;
     AddClassRunner m_runAddClass;
+    BackupsShower m_showBackups;
     bool m_busy = false;   // the screen is filling its own controls
     bool m_loaded = false; // the roster was read, so closing may save it
 
@@ -105,6 +112,7 @@ private:
     QPushButton *m_deleteButton = nullptr;
     QPushButton *m_reportButton = nullptr;
     QPushButton *m_exportButton = nullptr;
+    QPushButton *m_backupsButton = nullptr;
     QPushButton *m_helpButton = nullptr;
     QPushButton *m_closeButton = nullptr;
     ResultsPanel *m_results = nullptr;

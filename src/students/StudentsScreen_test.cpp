@@ -191,7 +191,8 @@ TEST_F(StudentsScreenTest, GridShowsOneStudentOrOneSubjectAndResetsClearOnlyThei
               std::vector<std::string>({"List1", "cmdAddStudent", "cmdAddClass", "cmdDelete",
                                         "txtStudent", "optLevel0", "cmbSubject", "optByStudent",
                                         "Grid1", "cmdResetTotals_Student", "cmdResetTotals_All",
-                                        "cmdReport", "cmdExport", "cmdHelp", "cmdClose"}));
+                                        "cmdReport", "cmdExport", "cmdBackups", "cmdHelp",
+                                        "cmdClose"}));
     QTest::keyClick(list, Qt::Key_Down);
     EXPECT_EQ(child<QLineEdit>(*screen, "txtStudent")->text(), QStringLiteral("C"));
     list->setCurrentRow(1);
