@@ -9,6 +9,7 @@
 #include "review/ReviewPanel.h"
 #include "students/StudentsScreen.h"
 #include "ui/Accessibility.h"
+#include "ui/ClassHistory.h"
 #include "ui/DataFolderLock.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
@@ -255,6 +256,8 @@ void MainScreen::showMainPanel()
     m_ui->splash->hide();
     m_ui->mainPanel->show();
     loadQuestions();
+    openHistory(m_session);
+    tellHistoryTrouble(m_session, this);
     openStartPanel();
 }
 
@@ -408,6 +411,7 @@ void MainScreen::openStudentsScreen()
     fillSubjectList();
     showSelections();
     m_ui->mainPanel->show();
+    tellHistoryTrouble(m_session, this);
 }
 
 void MainScreen::openTestsScreen()
@@ -427,6 +431,7 @@ void MainScreen::openTestsScreen()
     fillSubjectList();
     showSelections();
     enableLevelsWithQuestions();
+    tellHistoryTrouble(m_session, this);
 }
 
 void MainScreen::showHelp()

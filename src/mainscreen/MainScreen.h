@@ -2,6 +2,7 @@
 // takes a timed test, and from where the other screens are opened.
 #pragma once
 
+#include "AnswerRecording.h"
 #include "quiz/AnswerPositions.h"
 #include "quiz/QuestionSequence.h"
 #include "review/PracticeRound.h"
@@ -153,4 +154,5 @@ private:
     TestRecord m_testRecord;
     // Set while the child practises the missed questions.
     std::optional<PracticeRound> m_practice;
+    AnswerRecording m_answerRecording{m_session};
 };

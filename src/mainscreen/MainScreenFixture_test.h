@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/DefaultBank.h"
+#include "core/HistoryClock.h"
 #include "core/StudentsFile.h"
 #include "core/TestsFile.h"
 #include "mainscreen/MainScreen.h"
@@ -44,7 +45,9 @@ class MainScreenTest : public ::testing::Test {
 protected:
     TempDataDir dir;
     ScriptedPrompt prompt;
-    Session session{dir.paths(), prompt};
+    // Dates the answer history; it moves only when a test moves it.
+    ManualClock clock;
+    Session session{dir.paths(), prompt, clock};
     RandomSource random{20240611};
     std::unique_ptr<MainScreen> screen;
     int studentsScreenShown = 0;

@@ -10,6 +10,7 @@
 #include "review/PracticePanel.h"
 #include "review/ReviewLines.h"
 #include "review/ReviewPanel.h"
+#include "ui/ClassHistory.h"
 #include "ui/Session.h"
 
 #include <QFrame>
@@ -20,6 +21,7 @@
 // round shows questions the test remembered already.
 void MainScreen::questionShown()
 {
+    m_answerRecording.questionShown();
     if (m_practice)
         return;
     if (m_session.records.currentSubject != ArithmeticSubject)
@@ -32,6 +34,10 @@ void MainScreen::questionShown()
 // remembers it; a practice round only decides what comes next.
 void MainScreen::questionAnswered(const GivenAnswer &answer)
 {
+    if (m_session.records.currentSubject != ArithmeticSubject)
+        m_answerRecording.answered(m_multipleChoice, answer);
+    else
+        m_answerRecording.answered(m_arithmetic, answer);
     if (m_practice) {
         m_practice->answer(answer.right);
         showNextPracticeQuestion();
@@ -100,6 +106,7 @@ void MainScreen::startPractice()
     m_ui->reviewPanel->hide();
     m_ui->testScorePanel->hide();
     m_ui->practicePanel->show();
+    m_answerRecording.begin(0, true);
     showQuestionPanel();
     showNextPracticeQuestion();
 }
@@ -131,6 +138,7 @@ void MainScreen::endPractice(bool finished)
 {
     const QString heading =
         QString::fromStdString(finished ? m_practice->praise() : reviewHeading(m_testRecord));
+    m_answerRecording.end(!finished);
     m_practice.reset();
     m_ui->arithmeticPanel->hide();
     m_ui->multipleChoicePanel->hide();
@@ -138,4 +146,5 @@ void MainScreen::endPractice(bool finished)
     m_ui->testScorePanel->show();
     showCommandButtons();
     openReview(heading, finished);
+    tellHistoryTrouble(m_session, this);
 }

@@ -6,6 +6,7 @@
 
 #include "MainScreenPanels.h"
 #include "quiz/Judge.h"
+#include "ui/ClassHistory.h"
 #include "ui/Colours.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
@@ -88,6 +89,7 @@ void MainScreen::startTest()
     m_stopRequested = false;
     m_ui->stopButton->show();
 
+    m_answerRecording.begin(m_testSeconds, false);
     showNextQuestion();
 }
 
@@ -149,6 +151,7 @@ void MainScreen::endTest()
     if (records.currentStudent >= 0 && records.currentStudent <= records.studentMax())
         records.students[records.currentStudent].level = static_cast<int16_t>(records.currentLevel);
     const bool timeRanOut = m_timeLeft <= 0;
+    m_answerRecording.end(!timeRanOut);
     if (recordScore(records, m_ui->score->text().toInt())) {
         setTextColour(*m_ui->outcome, Bgr::Green);
         m_ui->outcome->setText(QStringLiteral("***** HIGH SCORE ***** Congratulations!"));
@@ -171,6 +174,7 @@ void MainScreen::endTest()
     m_ui->outcome->show();
     showCommandButtons();
     offerReview();
+    tellHistoryTrouble(m_session, this);
 }
 
 void MainScreen::closeEvent(QCloseEvent *event)

@@ -1,10 +1,14 @@
 #include "Session.h"
 
+#include "ClassHistory.h"
 #include "Prompt.h"
 #include "core/DataFileBackups.h"
+#include "core/History.h"
 #include "core/HistoryClock.h"
 #include "core/StudentsFile.h"
 #include "core/TestsFile.h"
+
+#include <utility>
 
 namespace {
 
@@ -52,11 +56,14 @@ Session::Session(DataPaths dataPaths, Prompt &userPrompt)
 {
 }
 
-Session::Session(DataPaths dataPaths, Prompt &userPrompt, HistoryClock &clock)
-    : paths(std::move(dataPaths)), prompt(userPrompt), backups(paths.backupsDir, clock)
+Session::Session(DataPaths dataPaths, Prompt &userPrompt, HistoryClock &historyClock)
+    : paths(std::move(dataPaths)), prompt(userPrompt), backups(paths.backupsDir, historyClock),
+      clock(historyClock)
 {
     addDataFileSources(backups, paths);
 }
+
+Session::~Session() = default;
 
 bool Session::saveTests(QWidget *parent)
 {
@@ -75,7 +82,11 @@ bool Session::saveStudents(QWidget *parent)
 {
     tellBackup(*this, backups.backUpBeforeFirstSave(DataFile::Students), DataFile::Students,
                parent);
-    return reported(::saveStudents(records, paths.studentsPath), prompt, parent);
+    if (!reported(::saveStudents(records, paths.studentsPath), prompt, parent))
+        return false;
+    if (history)
+        history->roster().rosterSaved(studentNames(records));
+    return true;
 }
 
 void Session::backUpBeforeLoss(std::initializer_list<DataFile> files, QWidget *parent)

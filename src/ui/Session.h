@@ -1,5 +1,6 @@
 // Everything the screens share while the program runs: the test bank, the
-// roster, where the files live, their backups and the way to ask the user.
+// roster, the answer history, where the files live, their backups and the way
+// to ask the user.
 // Saving goes through here so that every failure reaches the user the same way.
 #pragma once
 
@@ -9,16 +10,20 @@
 #include "core/TestBank.h"
 
 #include <initializer_list>
+#include <memory>
 #include <utility>
 
+class History;
 class HistoryClock;
 class Prompt;
 class QWidget;
 
 struct Session {
-    // The clock dates the backups; without one, the computer's is used.
+    // The clock dates the backups and what the history records; without one,
+    // the computer's is used.
     Session(DataPaths dataPaths, Prompt &userPrompt);
-    Session(DataPaths dataPaths, Prompt &userPrompt, HistoryClock &clock);
+    Session(DataPaths dataPaths, Prompt &userPrompt, HistoryClock &historyClock);
+    ~Session();
 
     TestBank bank;
     StudentRecords records;
@@ -32,9 +37,16 @@ struct Session {
     // A failed backup was told and none has worked since: the next is not told.
     bool backupFailureTold = false;
 
+    HistoryClock &clock;
+    // Every answer given, beside the two files (ClassHistory.h). Opened by the
+    // main screen at start-up; null before that, and nothing is recorded.
+    std::unique_ptr<History> history;
+
     // Write a file; on failure the user is told which file and why, the data in
     // memory is kept and the previous file stays as it was. True when saved.
-    // The first save of each file in a run is preceded by a backup of it.
+    // The first save of each file in a run is preceded by a backup of it. A
+    // saved roster is handed to the history, which then erases the history of
+    // the students deleted since.
     bool saveTests(QWidget *parent);
     bool saveStudents(QWidget *parent);
 
