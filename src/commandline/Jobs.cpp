@@ -2,6 +2,7 @@
 
 #include "commandline/ClassData.h"
 #include "commandline/CommandLine.h"
+#include "commandline/HistoryExport.h"
 #include "reports/ClassReport.h"
 #include "reports/ClassReportPdf.h"
 #include "reports/ClassResultsCsv.h"
@@ -105,6 +106,29 @@ int reportPdf(const JobContext &context)
     return ExitOk;
 }
 
+// Every recorded answer. Only the history is read, so a class whose data files
+// cannot be read still gives its history.
+int exportHistory(const JobContext &context)
+{
+    if (context.value != StandardOutput && inside(targetPath(context), context.dataDir)) {
+        context.err << "tavrino: --export-history-csv would write into the data folder \""
+                    << context.dataDir.string() << "\"; choose a file elsewhere.\n";
+        return ExitUsage;
+    }
+    const std::optional<std::string> problem =
+        context.value == StandardOutput ? exportHistoryReadOnly(context.dataDir, context.out)
+                                        : saveHistoryCsv(context.dataDir, targetPath(context));
+    if (problem) {
+        context.err << "tavrino: " << *problem << '\n';
+        return ExitFailed;
+    }
+    if (context.value == StandardOutput && !context.out.flush()) {
+        context.err << "tavrino: The history could not be written to standard output.\n";
+        return ExitFailed;
+    }
+    return ExitOk;
+}
+
 } // namespace
 
 const std::vector<Job> &jobs()
@@ -113,7 +137,9 @@ const std::vector<Job> &jobs()
         {QStringLiteral("export-csv"), QStringLiteral("file"),
          QStringLiteral("Write the results as CSV to FILE (- for stdout)."), exportCsv},
         {QStringLiteral("report-pdf"), QStringLiteral("file"),
-         QStringLiteral("Write the class report as PDF to FILE (- for stdout)."), reportPdf},
+         QStringLiteral("Write the report as PDF to FILE (- for stdout)."), reportPdf},
+        {QStringLiteral("export-history-csv"), QStringLiteral("file"),
+         QStringLiteral("Write all answers as CSV to FILE (- for stdout)."), exportHistory},
     };
     return all;
 }

@@ -2,38 +2,13 @@
 
 #include "core/AtomicFile.h"
 #include "core/CsvWriter.h"
+#include "core/PieceStream.h"
 
 #include <charconv>
 #include <functional>
-#include <streambuf>
 #include <string_view>
 
 namespace {
-
-// Hands what a stream is given to the save's writer piece by piece, so that a
-// large class's CSV is never held whole in memory.
-class PieceStreamBuf : public std::streambuf {
-public:
-    explicit PieceStreamBuf(const std::function<void(std::string_view)> &write) : m_write(write) {}
-
-protected:
-    std::streamsize xsputn(const char *text, std::streamsize count) override
-    {
-        m_write(std::string_view(text, static_cast<std::size_t>(count)));
-        return count;
-    }
-    int_type overflow(int_type c) override
-    {
-        if (!traits_type::eq_int_type(c, traits_type::eof())) {
-            const char one = traits_type::to_char_type(c);
-            m_write(std::string_view(&one, 1));
-        }
-        return traits_type::not_eof(c);
-    }
-
-private:
-    const std::function<void(std::string_view)> &m_write;
-};
 
 std::string_view scoreText(int16_t score, char (&buffer)[8])
 {
