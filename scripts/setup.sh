@@ -2,7 +2,7 @@
 # then configure and build. Source it; it expects BUILD_DIR and CMAKE_ARGS.
 
 # Debian/Ubuntu packages the build, the tests and the program use.
-TAVRINO_PACKAGES=(build-essential cmake qt6-base-dev libgtest-dev libbenchmark-dev libsqlite3-dev
+TAVRINO_PACKAGES=(build-essential cmake qt6-base-dev qt6-charts-dev libgtest-dev libbenchmark-dev libsqlite3-dev
                   fonts-liberation)
 
 tavrino_missing_packages() {

@@ -4,7 +4,9 @@
 #include "ListWheel.h"
 #include "QuestionEditor.h"
 #include "core/DefaultBank.h"
+#include "core/HistorySubjects.h"
 #include "help/HelpScreen.h"
+#include "ui/ClassHistory.h"
 #include "ui/FileText.h"
 #include "ui/Prompt.h"
 #include "ui/ScreenFit.h"
@@ -252,6 +254,8 @@ void TestsScreen::addSubject()
     WaitCursor wait;
     TestBank &bank = m_session.bank;
     ::addSubject(bank, subjectName(answer));
+    if (HistorySubjects *history = historySubjects(m_session))
+        history->subjectAdded(bank.subjects[bank.subjectMax].name);
     m_session.records.currentSubject = bank.subjectMax;
     addSubjectResults(m_session.records, bank.subjectMax);
 
@@ -270,6 +274,9 @@ void TestsScreen::renameSubject()
     if (answer.isEmpty())
         return;
     m_session.bank.subjects[records.currentSubject].name = subjectName(answer);
+    if (HistorySubjects *history = historySubjects(m_session))
+        history->subjectRenamed(records.currentSubject,
+                                m_session.bank.subjects[records.currentSubject].name);
     fillSubjectList();
 }
 
@@ -295,6 +302,8 @@ void TestsScreen::deleteSubject()
         bank.questionBank[i - 1] = std::move(bank.questionBank[i]);
     }
     deleteSubjectResults(m_session.records, deleted);
+    if (HistorySubjects *history = historySubjects(m_session))
+        history->subjectDeleted(deleted);
 
     bank.subjectMax -= 1;
     const auto subjects = static_cast<std::size_t>(bank.subjectMax) + 1;
@@ -329,6 +338,8 @@ void TestsScreen::revertAll()
     m_session.backUpBeforeLoss({DataFile::Tests, DataFile::Students}, this);
     buildDefaultTests(m_session.bank);
     resizeResults(m_session.records, m_session.bank.subjectMax);
+    if (HistorySubjects *history = historySubjects(m_session))
+        history->subjectsReverted();
     saveAndRefill();
 }
 

@@ -30,6 +30,11 @@ void LevelButtons::select(int level)
         m_buttons[level]->setChecked(true);
 }
 
+int LevelButtons::selected() const
+{
+    return m_group->checkedId();
+}
+
 void LevelButtons::enableFor(const TestBank &bank, int subject)
 {
     for (int level = 0; level < LevelCount; ++level)

@@ -17,6 +17,8 @@ public:
     explicit LevelButtons(QWidget *parent = nullptr);
 
     void select(int level);
+    // The level whose button is checked; -1 for none.
+    int selected() const;
     // Enables the levels of the subject that have questions. When the selected
     // level is disabled, the highest enabled one is selected instead.
     void enableFor(const TestBank &bank, int subject);

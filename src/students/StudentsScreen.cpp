@@ -4,8 +4,10 @@
 #include "ResultsPanel.h"
 #include "RosterList.h"
 #include "backups/BackupsDialog.h"
+#include "core/HistoryRoster.h"
 #include "core/StudentsFile.h"
 #include "help/HelpScreen.h"
+#include "ui/ClassHistory.h"
 #include "ui/FileText.h"
 #include "ui/Prompt.h"
 #include "ui/ScreenFit.h"
@@ -199,8 +201,15 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
     m_exportButton->setAccessibleName(QStringLiteral("Export results"));
     m_exportButton->setAccessibleDescription(
         QStringLiteral("Every student's results saved as a CSV file for spreadsheets"));
+    m_progressButton =
+        button(QStringLiteral("cmdProgress"), QStringLiteral("&Progress\u2026"), footer);
+    m_progressButton->setAccessibleName(QStringLiteral("Progress"));
+    m_progressButton->setAccessibleDescription(
+        QStringLiteral("The selected student's score in each test over time, in the current "
+                       "subject and level"));
     connect(m_reportButton, &QPushButton::clicked, this, &StudentsScreen::showReport);
     connect(m_exportButton, &QPushButton::clicked, this, &StudentsScreen::exportResults);
+    connect(m_progressButton, &QPushButton::clicked, this, &StudentsScreen::showProgress);
     // A button of its own, so that a classroom setting can hide it.
     m_backupsButton =
         button(QStringLiteral("cmdBackups"), QStringLiteral("&Backups\u2026"), footer);
@@ -209,7 +218,8 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
     m_closeButton = button(QStringLiteral("cmdClose"), QStringLiteral("Close"), footer);
     m_closeButton->setDefault(true);
     for (QPushButton *pushButton :
-         {m_reportButton, m_exportButton, m_backupsButton, m_helpButton, m_closeButton})
+         {m_reportButton, m_exportButton, m_progressButton, m_backupsButton, m_helpButton,
+          m_closeButton})
         pushButton->setMinimumWidth(100);
     connect(m_backupsButton, &QPushButton::clicked, this, &StudentsScreen::openBackups);
     connect(m_helpButton, &QPushButton::clicked, this, &StudentsScreen::showHelp);
@@ -218,6 +228,7 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
     layout->addWidget(notes, 1);
     layout->addWidget(m_reportButton);
     layout->addWidget(m_exportButton);
+    layout->addWidget(m_progressButton);
     layout->addWidget(m_backupsButton);
     layout->addWidget(m_helpButton);
     layout->addWidget(m_closeButton);
@@ -267,6 +278,10 @@ bool StudentsScreen::loadRoster()
         return false;
     }
     m_loaded = true;
+    // The file may have changed outside the program (a copy from another
+    // computer): the history finds its students by name, then by place.
+    if (HistoryRoster *history = historyRoster(m_session))
+        history->matchRoster(studentNames(m_session.records));
     if (!loaded.ok()) {
         // The first roster could not be written; the session tells the user why.
         wait.reset();
@@ -376,6 +391,8 @@ void StudentsScreen::renameStudent()
         return;
     const std::string name = trimName(m_nameBox->text().toStdString());
     m_session.records.students[student].name = name;
+    if (HistoryRoster *history = historyRoster(m_session))
+        history->studentRenamed(student, name);
     m_studentList->item(student)->setText(QString::fromStdString(name));
     m_results->studentRenamed(student);
 }
@@ -388,6 +405,8 @@ void StudentsScreen::addStudent()
         m_nameBox->clear();
     }
     m_session.records.students.push_back(newStudent(m_session.bank.subjectMax));
+    if (HistoryRoster *history = historyRoster(m_session))
+        history->studentAdded();
     m_studentList->addItem(QString());
     // Selecting the new line runs the selecting step.
     m_studentList->setCurrentRow(m_studentList->count() - 1);
@@ -411,6 +430,9 @@ void StudentsScreen::deleteStudent()
         std::unique_ptr<QListWidgetItem> line(m_studentList->takeItem(student));
         std::vector<Student> &students = m_session.records.students;
         students.erase(students.begin() + student);
+        // Its history goes when the roster without it is saved.
+        if (HistoryRoster *history = historyRoster(m_session))
+            history->studentDeleted(student);
         m_deleteButton->setEnabled(students.size() > 1);
         m_studentList->setCurrentRow(0);
     }

@@ -16,6 +16,7 @@ class QPushButton;
 class QScrollArea;
 class AddClassDialog;
 class LevelButtons;
+class ProgressDialog;
 class ResultsPanel;
 struct ClassReport;
 struct Session;
@@ -45,6 +46,9 @@ public:
     // Shows the Backups dialog; the default runs it modally, tests drive it instead.
     using BackupsShower = std::function<void(BackupsDialog &dialog)>;
     void setBackupsShower(BackupsShower showBackups);
+    // Shows the Progress view; the default runs it modally, tests drive it instead.
+    using ProgressShower = std::function<void(ProgressDialog &dialog)>;
+    void setProgressShower(ProgressShower showProgress);
 
     // What the user does on the screen; public so that tests can drive it.
     // Shows the student selected in the list: name, level and results.
@@ -69,6 +73,8 @@ public:
     void exportResults();
     // The Backups dialog; a restored file shows on the screen at once.
     void openBackups();
+    // The selected student's tests over time in the subject and level chosen here.
+    void showProgress();
     void closeScreen();
     // The close step, run on every way of closing: the selected student becomes
     // the current one and the roster is saved.
@@ -99,6 +105,7 @@ private:
     ReportPreviewer m_previewReport = previewClassReport;
     AddClassRunner m_runAddClass;
     BackupsShower m_showBackups;
+    ProgressShower m_showProgress;
     bool m_busy = false;   // the screen is filling its own controls
     bool m_loaded = false; // the roster was read, so closing may save it
 
@@ -113,6 +120,7 @@ private:
     QPushButton *m_reportButton = nullptr;
     QPushButton *m_exportButton = nullptr;
     QPushButton *m_backupsButton = nullptr;
+    QPushButton *m_progressButton = nullptr;
     QPushButton *m_helpButton = nullptr;
     QPushButton *m_closeButton = nullptr;
     ResultsPanel *m_results = nullptr;

@@ -191,7 +191,7 @@ TEST_F(StudentsScreenTest, GridShowsOneStudentOrOneSubjectAndResetsClearOnlyThei
               std::vector<std::string>({"List1", "cmdAddStudent", "cmdAddClass", "cmdDelete",
                                         "txtStudent", "optLevel0", "cmbSubject", "optByStudent",
                                         "Grid1", "cmdResetTotals_Student", "cmdResetTotals_All",
-                                        "cmdReport", "cmdExport", "cmdBackups", "cmdHelp",
+                                        "cmdReport", "cmdExport", "cmdProgress", "cmdBackups", "cmdHelp",
                                         "cmdClose"}));
     QTest::keyClick(list, Qt::Key_Down);
     EXPECT_EQ(child<QLineEdit>(*screen, "txtStudent")->text(), QStringLiteral("C"));
