@@ -1,8 +1,11 @@
 // The jobs on real data folders: what they write, their exit statuses and
-// messages, and that the data folder is left exactly as it was, byte for byte.
+// messages, and that the data folder is left exactly as it was, byte for byte,
+// even beside a history the program is writing or left with its log.
 #include "commandline/CommandLine.h"
 
 #include "core/DefaultBank.h"
+#include "core/History.h"
+#include "core/HistoryClock.h"
 #include "core/StudentsFile.h"
 #include "core/TestsFile.h"
 #include "reports/ClassResultsCsv.h"
@@ -219,4 +222,82 @@ TEST_F(JobsTest, AStudentsFileWiderThanTheBankGivesTheBanksSubjects)
     EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'),
               1 + 2 * (bank.subjectMax) * LevelCount);
     EXPECT_EQ(outcome.out.find("Latin"), std::string::npos);
+}
+
+TEST_F(JobsTest, HistoryExportReadsEveryAnswerAndLeavesTheFolderAloneWithOrWithoutALog)
+{
+    writeClass();
+    const std::string header = "\xEF\xBB\xBF"
+                               "Student,Started,Subject,Level,Question,Answer,Right answer,"
+                               "Correct,Seconds,Practice\r\n";
+    // No history yet: the header alone, and no history file made.
+    const Outcome none = run({QStringLiteral("--export-history-csv"), QStringLiteral("-")});
+    EXPECT_EQ(none.status, ExitOk) << none.err;
+    EXPECT_EQ(none.out, header);
+
+    ManualClock clock;
+    const auto testOf = [&](History &history, int student, const std::string &typed) {
+        history.recorder().beginTest({student, 1, 3, 30, false});
+        history.recorder().questionShown();
+        clock.advance(2500);
+        history.recorder().recordChoice(
+            {"Spell \"cat\"", {"cat", "kat", "catt", "cta"}, 0, typed == "cat" ? 0 : 1});
+        history.recorder().endTest({1, 1, 0, true});
+    };
+    const auto openOn = [&](History &history) {
+        history.roster().matchRoster({"Ann", "Bo, the 2nd"});
+        std::vector<std::string> subjects;
+        for (const Subject &subject : bank.subjects)
+            subjects.push_back(subject.name);
+        history.subjects().matchSubjects(subjects);
+    };
+    {
+        History closed(dir.path(), clock);
+        openOn(closed);
+        testOf(closed, 0, "cat");
+    }
+    ASSERT_FALSE(fs::exists(dir.path() / "Tavrino_History.db-wal"));
+    const std::string annsRow = "Ann,2026-11-25T10:15:00,Spelling,3,\"Spell \"\"cat\"\"\",cat,cat,"
+                                "yes,2.5,no\r\n";
+    const Outcome closedOut = run({QStringLiteral("--export-history-csv"), QStringLiteral("-")});
+    EXPECT_EQ(closedOut.status, ExitOk) << closedOut.err;
+    EXPECT_EQ(closedOut.out, header + annsRow);
+
+    // The program running: its second test is in the log so far.
+    History running(dir.path(), clock);
+    openOn(running);
+    clock.setLocalTime({2026, 11, 26, 8, 5, 9});
+    testOf(running, 1, "kat");
+    ASSERT_TRUE(fs::exists(dir.path() / "Tavrino_History.db-wal"));
+    const std::string bosRow = "\"Bo, the 2nd\",2026-11-26T08:05:09,Spelling,3,"
+                               "\"Spell \"\"cat\"\"\",kat,cat,no,2.5,no\r\n";
+    const Outcome live = run({QStringLiteral("--export-history-csv"), outside("live.csv")});
+    EXPECT_EQ(live.status, ExitOk) << live.err;
+    EXPECT_EQ(contentOf(outside("live.csv").toStdString()), header + annsRow + bosRow);
+
+    // As a killed program leaves it: the file and its log, no shared memory.
+    const fs::path left = dir.path().parent_path() / "left";
+    fs::create_directory(left);
+    for (const char *name : {"Tavrino_History.db", "Tavrino_History.db-wal"})
+        fs::copy_file(dir.path() / name, left / name);
+    const Outcome killed = run({QStringLiteral("--export-history-csv"), QStringLiteral("-")}, left);
+    EXPECT_EQ(killed.status, ExitOk) << killed.err;
+    EXPECT_EQ(killed.out, header + annsRow + bosRow);
+
+    // Into the data folder: refused. A damaged history: named, and left where it is.
+    const Outcome inside = run(
+        {QStringLiteral("--export-history-csv"), QString::fromStdString((left / "h.csv").string())},
+        left);
+    EXPECT_EQ(inside.status, ExitUsage);
+    fs::remove(left / "Tavrino_History.db-wal");
+    {
+        std::ofstream(left / "Tavrino_History.db", std::ios::binary) << std::string(4096, 'x');
+    }
+    const Outcome damaged =
+        run({QStringLiteral("--export-history-csv"), outside("damaged.csv")}, left);
+    EXPECT_EQ(damaged.status, ExitFailed);
+    EXPECT_NE(damaged.err.find((left / "Tavrino_History.db").string()), std::string::npos)
+        << damaged.err;
+    EXPECT_EQ(std::count(damaged.err.begin(), damaged.err.end(), '\n'), 1) << damaged.err;
+    EXPECT_FALSE(fs::exists(outside("damaged.csv").toStdString()));
 }

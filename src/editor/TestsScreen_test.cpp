@@ -1,9 +1,12 @@
 // The Tests screen: adding, renaming and deleting subjects with both files
-// written, revert all, test lengths, closing, the keyboard path, the wheel
-// over its lists, and small displays.
+// written and their history following them, revert all, test lengths, closing,
+// the keyboard path, the wheel over its lists, and small displays.
 #include "TestsScreenFixture_test.h"
 
+#include "core/History.h"
+#include "testsupport/HistoryRows.h"
 #include "testsupport/MouseWheel.h"
+#include "ui/ClassHistory.h"
 
 #include <QScrollArea>
 #include <QScrollBar>
@@ -333,3 +336,53 @@ TEST_F(TestsScreenTest, OnASmallDisplayTheScreenFitsAndScrollsToEveryControl)
 }
 
 } // namespace
+
+TEST_F(TestsScreenTest, TheHistoryFollowsSubjectsThroughRenamesDeletesAndRevertAll)
+{
+    openHistory(session);
+    History &history = *session.history;
+    // One test of Ann's in a subject: a single question named after the subject.
+    const auto recordTestIn = [&](int subject) {
+        history.recorder().beginTest({0, subject, 1, 30, false});
+        history.recorder().recordChoice(
+            {"In " + session.bank.subjects[subject].name, {"a", "b", "c", "d"}, 0, 0});
+        history.recorder().endTest({1, 1, 0, false});
+    };
+    const auto testsIn = [&](int subject) { return history.queries().tests(0, subject, 1).size(); };
+    const auto subjectsOfAnswers = [&] { return historyColumn(historyRows(history), "Subject"); };
+
+    open(2);
+    for (const char *name : {"Astronomy", "Botany"})
+        addSubject(QString::fromLatin1(name));
+    recordTestIn(2);
+    recordTestIn(6);
+    recordTestIn(7);
+    recordTestIn(7);
+
+    subjects()->setCurrentIndex(6);
+    prompt.answerInput(QStringLiteral("Stars"));
+    click("cmdEditSubject");
+    ASSERT_EQ(session.bank.subjects[6].name, "Stars");
+    EXPECT_EQ(subjectsOfAnswers(),
+              (std::vector<std::string>{"Geography", "Stars", "Botany", "Botany"}));
+
+    // Botany moves into the deleted subject's place and keeps its tests.
+    prompt.answerConfirm(true);
+    click("cmdDeleteSubject");
+    ASSERT_EQ(session.bank.subjects[6].name, "Botany");
+    EXPECT_EQ(testsIn(6), 2u);
+    recordTestIn(6);
+    EXPECT_EQ(testsIn(6), 3u);
+
+    // A subject added after a delete starts with no history of its own.
+    addSubject(QStringLiteral("Chemistry"));
+    EXPECT_EQ(testsIn(7), 0u);
+
+    // Reverting drops the added subjects; a built-in subject keeps its history,
+    // and a subject added again under an old name does not inherit it.
+    prompt.answerConfirm(true);
+    click("cmdRevertAll");
+    EXPECT_EQ(testsIn(2), 1u);
+    addSubject(QStringLiteral("Botany"));
+    EXPECT_EQ(testsIn(6), 0u);
+}

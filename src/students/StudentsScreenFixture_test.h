@@ -7,6 +7,7 @@
 
 #include "ResultsModel.h"
 #include "core/DefaultBank.h"
+#include "core/HistoryClock.h"
 #include "core/StudentsFile.h"
 #include "testsupport/ScriptedPrompt.h"
 #include "testsupport/TempDataDir.h"
@@ -123,6 +124,8 @@ protected:
 
     TempDataDir dir;
     ScriptedPrompt prompt;
-    Session session{dir.paths(), prompt};
+    // Dates the answer history and the Progress view's "now"; moved only by a test.
+    ManualClock clock;
+    Session session{dir.paths(), prompt, clock};
     int helpOpened = 0;
 };
