@@ -173,7 +173,22 @@ QString studentsHelpPage()
         "<p><b><u>Deleting a Student:</u></b><br>",
         "Select the Student and click <b>[Delete Student]</b> (or press the <b>[Delete]</b> "
         "key in the list), then confirm with <b>[OK]</b>. The Student's scores are deleted as "
-        "well. The last remaining Student cannot be deleted.",
+        "well, and so is the Student's history (every answer kept since the first test) when "
+        "this screen closes. A copy of the whole data folder made before the delete brings "
+        "both back, for as long as that copy is kept. The backups Tavrino makes itself (see "
+        "below) hold the Students and Tests data only: restoring one brings the Student and "
+        "the scores back, but not the history. The last remaining Student cannot be deleted.",
+        "<p><b><u>Progress:</u></b><br>",
+        "Tavrino keeps every answer of every test. Click <b>[Progress…]</b> (Alt+P) to "
+        "see the selected Student's score in each test over time, in the Subject chosen under "
+        "<b>Current Subject</b> and at the Level selected; the red dashed line is the Student's "
+        "<b>High</b>. Choose the last month, the last year or all tests in the <b>Show</b> list. "
+        "The table beside the chart holds the same figures. Practice rounds are kept but "
+        "never scored, so they are not shown.",
+        "<p>When the Students file was replaced from outside Tavrino (a copy from another "
+        "computer, say), history whose Student is no longer in the list is kept as <b>not "
+        "matched</b>. <b>[Not matched…]</b> in Progress lists it: give each to the "
+        "Student it belongs to, or delete it.",
 
         "<hr>",
         "<center><u><h3>Scores</h3></u></center>",
@@ -198,7 +213,7 @@ QString studentsHelpPage()
         "back to zero.",
         "<li><b>[Reset ALL Student Totals]</b> sets every score of every Student back to "
         "zero.</ul>",
-        "<p>The Students' names and Levels are kept.",
+        "<p>The Students' names and Levels are kept, and so is their history.",
 
         "<hr>",
         "<center><u><h3>Backups</h3></u></center>",
