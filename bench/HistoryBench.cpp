@@ -1,10 +1,18 @@
 // The answer history at the scale of a school year (HistoryData.h): one answer
 // recorded with its commit, one student's progress, the whole CSV, the file's
-// size per answer, and opening the history with that file and without any.
+// size per answer, opening the history with that file and without any, and
+// the Students screen's Progress view drawn from it.
+#include "BenchData.h"
 #include "Figures.h"
 #include "HistoryData.h"
+#include "core/DefaultBank.h"
 #include "core/History.h"
 #include "core/HistoryClock.h"
+#include "students/ProgressDialog.h"
+#include "ui/Session.h"
+
+#include <QComboBox>
+#include <QPixmap>
 
 #include <benchmark/benchmark.h>
 
@@ -288,11 +296,61 @@ void BM_HistoryOpen(benchmark::State &state)
     state.counters["without_ms"] = floor;
 }
 
+// The Progress view as the teacher opens it: the dialog made for one student in
+// Arithmetic at the level the student took most, switched to all tests and
+// painted, chart and table.
+void BM_HistoryProgressView(benchmark::State &state)
+{
+    const HistoryCopy &copy = HistoryCopy::instance();
+    ManualClock clock;
+    SilentPrompt prompt;
+    Session session(DataPaths::in(copy.dataDir()), prompt, clock);
+    buildDefaultTests(session.bank);
+    for (std::size_t subject = session.bank.subjects.size(); subject < copy.subjects().size();
+         ++subject)
+        addSubject(session.bank, copy.subjects()[subject]);
+    for (const std::string &name : copy.students()) {
+        Student &student =
+            session.records.students.emplace_back(newStudent(session.bank.subjectMax));
+        student.name = name;
+    }
+    session.history = copy.open(clock);
+    HistoryQueries &queries = session.history->queries();
+
+    std::vector<Sample> shown;
+    std::size_t tests = 0;
+    int student = 0;
+    for (auto _ : state) {
+        student = (student + 101) % 1000;
+        int level = 0;
+        std::size_t most = 0;
+        for (int candidate = 0; candidate < LevelCount; ++candidate) {
+            const std::size_t count = queries.tests(student, 0, candidate).size();
+            if (count > most) {
+                most = count;
+                level = candidate;
+            }
+        }
+        session.records.currentSubject = 0;
+        shown.push_back(measure([&] {
+            ProgressDialog dialog(session, student, level);
+            dialog.findChild<QComboBox *>(QStringLiteral("cmbSpan"))->setCurrentIndex(2);
+            tests += dialog.shownTests().size();
+            benchmark::DoNotOptimize(dialog.grab());
+        }));
+        state.SetIterationTime(shown.back().value / 1000);
+    }
+    state.counters["tests_shown"] = double(tests) / double(shown.size());
+    reportUnder(state, "History: Progress view of one student, drawn", shown, ProgressMs, {}, "ms",
+                "view_");
+}
+
 } // namespace
 
 BENCHMARK(BM_HistoryBytesPerAnswer)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HistoryOpen)->UseManualTime()->Iterations(21)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HistoryRecordAnswer)->UseManualTime()->Iterations(50)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HistoryProgress)->UseManualTime()->Iterations(41)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_HistoryProgressView)->UseManualTime()->Iterations(21)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HistoryClassFacts)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HistoryCsv)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);

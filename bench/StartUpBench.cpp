@@ -1,8 +1,10 @@
 // Start-up to the Students screen shown with the large data set, against a
 // Qt Widgets program that shows one empty dialog; both run as child
-// processes, in turn, and their peak memory is taken as well.
+// processes, in turn, and their peak memory is taken as well. And start-up
+// with the large answer history beside the files, against the same without it.
 #include "BenchData.h"
 #include "Figures.h"
+#include "HistoryData.h"
 
 #include <QCoreApplication>
 
@@ -13,6 +15,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
+#include <iostream>
 #include <optional>
 #include <spawn.h>
 #include <string>
@@ -28,6 +31,7 @@ namespace {
 constexpr double StartUpFactor = 1.5;
 constexpr double FileSizeFactor = 3;
 constexpr double BytesPerMB = 1024.0 * 1024.0;
+constexpr double HistoryWithinMs = 10;
 
 struct ChildRun {
     Sample shown;      // from just before the process is started to its window painted
@@ -162,7 +166,57 @@ void BM_StartUpClassSizeBank(benchmark::State &state)
                         "1000 students, 12 questions per level");
 }
 
+// The class of 1,000 students with an ordinary bank, once with the history of 10
+// million answers beside its files and once with the empty history its first
+// start made; both folders run in turn, after one start of each.
+void BM_StartUpLargeHistory(benchmark::State &state)
+{
+    namespace fs = std::filesystem;
+    const DataPaths &ordinary = BenchData::instance().ordinaryBankPaths();
+    const fs::path root = ordinary.dataDir.parent_path() / "start-up-history";
+    const auto classIn = [&](const char *name) {
+        const fs::path dataDir = root / name / "data";
+        fs::create_directories(dataDir);
+        fs::copy_file(ordinary.testsPath, DataPaths::in(dataDir).testsPath);
+        fs::copy_file(ordinary.studentsPath, DataPaths::in(dataDir).studentsPath);
+        return dataDir;
+    };
+    const fs::path with = classIn("with");
+    const fs::path without = classIn("without");
+    std::cerr << "Finding or writing the large history (minutes the first time) ..." << std::endl;
+    fs::copy_file(cachedLargeHistory(), with / "Tavrino_History.db");
+
+    const std::vector<std::string> withHistory = {sibling("tavrino_startup_probe"), with.string()};
+    const std::vector<std::string> withoutHistory = {sibling("tavrino_startup_probe"),
+                                                     without.string()};
+    runChild(withoutHistory);
+    runChild(withHistory);
+    std::vector<Sample> times;
+    std::vector<Sample> floorTimes;
+    for (auto _ : state) {
+        const std::optional<ChildRun> floorRun = runChild(withoutHistory);
+        const std::optional<ChildRun> run = runChild(withHistory);
+        if (!floorRun || !run) {
+            state.SkipWithError("a start-up run failed");
+            break;
+        }
+        state.SetIterationTime(run->shown.value / 1000);
+        times.push_back(run->shown);
+        floorTimes.push_back(floorRun->shown);
+    }
+    std::error_code ignored;
+    fs::remove_all(root, ignored);
+    if (times.empty())
+        return;
+    std::vector<double> floorValues;
+    for (const Sample &sample : floorTimes)
+        floorValues.push_back(sample.value);
+    reportUnder(state, "Start-up to Students screen shown, with a history of 10 million answers",
+                times, median(floorValues) + HistoryWithinMs, floorTimes, "ms", "history_");
+}
+
 } // namespace
 
 BENCHMARK(BM_StartUpLargeData)->UseManualTime()->Iterations(7)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_StartUpClassSizeBank)->UseManualTime()->Iterations(7)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_StartUpLargeHistory)->UseManualTime()->Iterations(15)->Unit(benchmark::kMillisecond);

@@ -189,7 +189,7 @@ void ProgressDialog::showTests()
         m_noTests->setText(noTestsSentence(span));
         return;
     }
-    drawChart(tests, {range.from, now});
+    drawChart(tests, now);
     m_table->scrollToBottom();
 }
 
@@ -215,7 +215,7 @@ QString ProgressDialog::noTestsSentence(ProgressSpan span) const
     return what + QStringLiteral(" yet.");
 }
 
-void ProgressDialog::drawChart(const std::vector<TestSummary> &tests, const DateRange &range)
+void ProgressDialog::drawChart(const std::vector<TestSummary> &tests, LocalSeconds now)
 {
     m_chart->removeAllSeries();
     for (QAbstractAxis *axis : m_chart->axes()) {
@@ -226,6 +226,7 @@ void ProgressDialog::drawChart(const std::vector<TestSummary> &tests, const Date
     auto *scores = new QLineSeries(m_chart);
     scores->setName(QStringLiteral("Score"));
     scores->setPointsVisible(true);
+    scores->setMarkerSize(9);
     int lowest = std::min(0, m_high);
     int highest = m_high;
     for (const TestSummary &test : tests) {
@@ -235,15 +236,14 @@ void ProgressDialog::drawChart(const std::vector<TestSummary> &tests, const Date
         highest = std::max(highest, test.score);
     }
 
-    // From the start of the span (or the first test) to now, a day either side
-    // when that is a single moment.
-    qint64 from = localDateTime(range.from.value_or(tests.front().started)).toMSecsSinceEpoch();
-    qint64 until =
-        localDateTime(std::max(range.until.value_or(0), tests.back().started)).toMSecsSinceEpoch();
-    if (until - from < DayMs) {
-        from -= DayMs;
-        until += DayMs;
-    }
+    // The axis fits the tests the span chose, from the first to now, so that a
+    // few recent tests are not squeezed against the edge of a year; a little room
+    // either side keeps the first and last points off the frame.
+    qint64 from = localDateTime(tests.front().started).toMSecsSinceEpoch();
+    qint64 until = localDateTime(std::max(now, tests.back().started)).toMSecsSinceEpoch();
+    const qint64 room = std::max(DayMs / 2, (until - from) / 20);
+    from -= room;
+    until += room;
 
     auto *high = new QLineSeries(m_chart);
     high->setName(QStringLiteral("High (%1)").arg(m_high));
@@ -258,14 +258,15 @@ void ProgressDialog::drawChart(const std::vector<TestSummary> &tests, const Date
     m_chart->addSeries(high);
 
     auto *dates = new QDateTimeAxis;
-    const bool oneYear = QDateTime::fromMSecsSinceEpoch(from).date().year() ==
-                         QDateTime::fromMSecsSinceEpoch(until).date().year();
-    dates->setFormat(oneYear ? QStringLiteral("d MMM") : QStringLiteral("MMM yyyy"));
+    // Days while the axis spans a few months, months beyond.
+    dates->setFormat(until - from <= 120 * DayMs ? QStringLiteral("d MMM")
+                                                 : QStringLiteral("MMM yyyy"));
     dates->setTickCount(6);
     dates->setRange(QDateTime::fromMSecsSinceEpoch(from), QDateTime::fromMSecsSinceEpoch(until));
     dates->setTitleText(QStringLiteral("Date"));
     auto *values = new QValueAxis;
-    values->setRange(lowest, std::max(highest, lowest + 1));
+    // Headroom above the High so that its line and the best scores stay clear of the frame.
+    values->setRange(lowest, highest + std::max(1, (highest - lowest) / 8));
     values->applyNiceNumbers();
     values->setLabelFormat(QStringLiteral("%d"));
     values->setTitleText(QStringLiteral("Score"));

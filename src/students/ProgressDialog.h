@@ -42,7 +42,7 @@ public:
 private:
     void buildChart();
     void showTests();
-    void drawChart(const std::vector<TestSummary> &tests, const DateRange &range);
+    void drawChart(const std::vector<TestSummary> &tests, LocalSeconds now);
     QString noTestsSentence(ProgressSpan span) const;
 
     Session &m_session;
