@@ -217,9 +217,8 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
     m_helpButton = button(QStringLiteral("cmdHelp"), QStringLiteral("Help"), footer);
     m_closeButton = button(QStringLiteral("cmdClose"), QStringLiteral("Close"), footer);
     m_closeButton->setDefault(true);
-    for (QPushButton *pushButton :
-         {m_reportButton, m_exportButton, m_progressButton, m_backupsButton, m_helpButton,
-          m_closeButton})
+    for (QPushButton *pushButton : {m_reportButton, m_exportButton, m_progressButton,
+                                    m_backupsButton, m_helpButton, m_closeButton})
         pushButton->setMinimumWidth(100);
     connect(m_backupsButton, &QPushButton::clicked, this, &StudentsScreen::openBackups);
     connect(m_helpButton, &QPushButton::clicked, this, &StudentsScreen::showHelp);

@@ -4,6 +4,8 @@
 
 #include "AddClassDialog.h"
 #include "classlist/NewNames.h"
+#include "core/HistoryRoster.h"
+#include "ui/ClassHistory.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
 
@@ -28,6 +30,13 @@ void StudentsScreen::addClass()
     if (first >= static_cast<int>(students.size()))
         return;
 
+    // The history follows the new students from here, as it does one added by hand.
+    if (HistoryRoster *history = historyRoster(m_session)) {
+        if (first < m_studentList->count())
+            history->studentRenamed(first, students[first].name);
+        for (auto i = static_cast<std::size_t>(m_studentList->count()); i < students.size(); ++i)
+            history->studentAdded(students[i].name);
+    }
     // A first run's nameless student may have taken the first name.
     if (first < m_studentList->count())
         m_studentList->item(first)->setText(QString::fromStdString(students[first].name));

@@ -120,12 +120,18 @@ bool Session::restoreBackup(const Backup &backup, QWidget *parent)
         prompt.stop(parent, Title, QString::fromStdString(*problem));
         return false;
     }
+    // The restored file is matched to the history as one from another computer
+    // would be: by name, then by place.
     switch (backup.file) {
     case DataFile::Students:
         adoptRoster(records, std::move(roster));
+        if (history)
+            history->roster().matchRoster(studentNames(records));
         break;
     case DataFile::Tests:
         adoptBank(bank, std::move(restoredBank), records);
+        if (history)
+            history->subjects().matchSubjects(subjectNames(bank));
         // A file that could not be used at start-up has been backed up and replaced.
         keepTestsFile = false;
         break;
