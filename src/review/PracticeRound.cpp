@@ -39,6 +39,13 @@ PracticeRound::PracticeRound(const TestRecord &record)
     m_questionCount = static_cast<int>(m_waiting.size());
 }
 
+PracticeRound::PracticeRound(std::vector<AskedQuestion> questions)
+    : m_waiting(std::make_move_iterator(questions.begin()),
+                std::make_move_iterator(questions.end())),
+      m_questionCount(static_cast<int>(m_waiting.size()))
+{
+}
+
 void PracticeRound::answer(bool right)
 {
     if (m_waiting.empty())

@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <string>
+#include <vector>
 
 class PracticeRound {
 public:
@@ -17,6 +18,8 @@ public:
     // The missed questions of the test, each once however often it was missed,
     // in the order they were first asked, shown as they were then.
     explicit PracticeRound(const TestRecord &record);
+    // The questions given, in their order: a round chosen from the history.
+    explicit PracticeRound(std::vector<AskedQuestion> questions);
 
     bool isOver() const { return m_waiting.empty(); }
     // The question to show. Only while the round is not over.
