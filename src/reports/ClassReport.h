@@ -40,11 +40,23 @@ struct SubjectTable {
     std::array<LevelRange, LevelCount> ranges{};
 };
 
+// A plain table of text on the pages after the heat map.
+struct ReportList {
+    std::string heading;
+    std::vector<std::string> captions;
+    std::vector<double> widths; // each column's share of the page width
+    std::vector<std::vector<std::string>> rows;
+    std::string emptyText; // shown when there are no rows
+};
+
 struct ClassReport {
     std::string title;                // "Class results: 3B"
     std::string date;                 // as the reader's locale writes it
     std::vector<SubjectTable> tables; // in bank order, subjects without results left out
     std::size_t studentCount = 0;
+    // From the answer history, when there is one: who needs help and the
+    // questions the class misses most.
+    std::vector<ReportList> lists;
 };
 
 // The position of high on the scale from lowest to highest, as ReportCell::shade.

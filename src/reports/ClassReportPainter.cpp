@@ -51,7 +51,8 @@ ClassReportPainter::ClassReportPainter(QPagedPaintDevice &device, const ClassRep
       m_textFont(reportFont(9.5)), m_headingFont(reportFont(13, true)),
       m_captionFont(reportFont(9, true)), m_nameFont(reportFont(9)),
       m_highFont(reportFont(11, true)), m_lastFont(reportFont(7)), m_footerFont(reportFont(7.5)),
-      m_highGlyphs(m_highFont, device), m_lastGlyphs(m_lastFont, device)
+      m_highGlyphs(m_highFont, device), m_lastGlyphs(m_lastFont, device),
+      m_lists(device, report.lists, FooterHeight)
 {
     for (std::size_t step = 0; step < m_palette.size(); ++step) {
         const QColor fill = heatColour(static_cast<double>(step) / (m_palette.size() - 1));
@@ -132,6 +133,11 @@ bool ClassReportPainter::paint()
 
 void ClassReportPainter::paintPage(QPainter &painter, int index)
 {
+    if (index >= heatMapPages()) {
+        m_lists.paintPage(painter, index - heatMapPages());
+        paintFooter(painter, index);
+        return;
+    }
     if (index == 0) {
         paintTitle(painter);
         if (m_report.tables.empty())
@@ -381,7 +387,7 @@ void ClassReportPainter::paintFooter(QPainter &painter, int index)
     // The legend in a line, for a page read on its own, in the middle; the
     // title on the left is shortened rather than run into it.
     QString key;
-    if (index > 0 && !m_report.tables.empty())
+    if (index > 0 && index < heatMapPages() && !m_report.tables.empty())
         key = QStringLiteral("large: High  \u00b7  small: Last  \u00b7  darker: a higher High at "
                              "that level  \u00b7  framed: own level");
     const QFontMetricsF metrics(m_footerFont, &m_device);

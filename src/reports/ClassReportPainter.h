@@ -4,6 +4,7 @@
 #pragma once
 
 #include "reports/ClassReport.h"
+#include "reports/ReportLists.h"
 #include "reports/ReportPagination.h"
 #include "reports/ScoreGlyphs.h"
 
@@ -25,7 +26,8 @@ public:
     ClassReportPainter(QPagedPaintDevice &device, const ClassReport &report);
 
     const ReportPagination &pagination() const { return m_pagination; }
-    int pageCount() const { return static_cast<int>(m_pagination.pages.size()); }
+    // The heat map's pages, then the lists'.
+    int pageCount() const { return heatMapPages() + m_lists.pageCount(); }
     // The lines a student's name is wrapped into in the name column.
     const QStringList &nameLines(std::size_t student) const { return m_nameLines[student]; }
     // The width of the name column, in points.
@@ -36,6 +38,7 @@ public:
     bool paint();
 
 private:
+    int heatMapPages() const { return static_cast<int>(m_pagination.pages.size()); }
     void measure();
     void paintPage(QPainter &painter, int index);
     void paintTitle(QPainter &painter);
@@ -93,4 +96,5 @@ private:
     std::vector<QStringList> m_nameLines;
     ReportPagination m_pagination;
     ReportMeasures m_measures;
+    ReportListPainter m_lists;
 };

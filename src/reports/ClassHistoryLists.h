@@ -1,0 +1,27 @@
+// The class report's pages from the answer history: who needs help (each
+// student's trend, facts not yet known and last test in each subject) and, for
+// each multiple-choice subject and level, the questions the class misses most.
+#pragma once
+
+#include "core/LocalTime.h"
+#include "fluency/ClassOverview.h"
+#include "reports/ClassReport.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class HistoryQueries;
+
+using DateWriter = std::function<std::string(LocalSeconds)>;
+
+// The questions listed per subject and level.
+constexpr int MissedQuestionsListed = 10;
+
+// The overview rows as the "Who needs help" list prints them: falling scores
+// first, then the most facts not yet known, then the longest since a test.
+ReportList needsHelpList(std::vector<OverviewRow> rows, const DateWriter &writeDate);
+
+// Adds both kinds of page to the report.
+void addHistoryLists(ClassReport &report, HistoryQueries &queries, const TestBank &bank,
+                     const std::vector<std::string> &names, const DateWriter &writeDate);
