@@ -1,17 +1,24 @@
 // The answer history at the scale of a school year (HistoryData.h): one answer
 // recorded with its commit, one student's progress, the whole CSV, the file's
 // size per answer, opening the history with that file and without any, and
-// the Students screen's Progress view drawn from it.
+// the Students screen's Progress view drawn from it; the fluency views' grids, class
+// view and class report pages made from it.
 #include "BenchData.h"
 #include "Figures.h"
 #include "HistoryData.h"
 #include "core/DefaultBank.h"
 #include "core/History.h"
 #include "core/HistoryClock.h"
+#include "fluency/ClassOverview.h"
+#include "fluency/FactGrid.h"
+#include "reports/ClassHistoryLists.h"
+#include "reports/ClassReportPainter.h"
 #include "students/ProgressDialog.h"
 #include "ui/Session.h"
 
+#include <QBuffer>
 #include <QComboBox>
+#include <QPdfWriter>
 #include <QPixmap>
 
 #include <benchmark/benchmark.h>
@@ -36,6 +43,9 @@ constexpr double BytesPerAnswerLimit = 100;
 constexpr double OpenWithinMs = 10;
 // What the fluency views read for a whole class, against the goal set for their class view.
 constexpr double ClassFactsMs = 1000;
+constexpr double FactGridMs = 100;
+// The class report's PDF job has 10 s and takes about 4.4 s without these pages.
+constexpr double ReportHistoryPagesMs = 5000;
 
 // A copy of the cached history for this run, since some benchmarks record into
 // it; removed at the end.
@@ -345,6 +355,84 @@ void BM_HistoryProgressView(benchmark::State &state)
                 "view_");
 }
 
+// The bank the large history was recorded with: the built-in subjects and the added ones.
+TestBank historyBank()
+{
+    TestBank bank;
+    buildDefaultTests(bank);
+    const std::vector<std::string> names = HistoryCopy::instance().subjects();
+    for (std::size_t i = bank.subjects.size(); i < names.size(); ++i)
+        addSubject(bank, names[i]);
+    return bank;
+}
+
+// The Facts view of one student: the latest answers to every fact, laid out in grids.
+void BM_FluencyFactGrid(benchmark::State &state)
+{
+    ManualClock clock;
+    const std::unique_ptr<History> history = HistoryCopy::instance().open(clock);
+    const TestBank bank = historyBank();
+    std::vector<Sample> samples;
+    int student = 0;
+    for (auto _ : state) {
+        student = (student + 101) % 1000;
+        samples.push_back(measure([&] {
+            benchmark::DoNotOptimize(makeFactGrids(bank, history->queries().facts(student)));
+        }));
+        state.SetIterationTime(samples.back().value / 1000);
+    }
+    reportUnder(state, "Fluency: one student's fact grids", samples, FactGridMs);
+}
+
+// Who needs help, for the whole class: every student's latest scores in every
+// subject and facts not yet known.
+void BM_FluencyClassView(benchmark::State &state)
+{
+    ManualClock clock;
+    const std::unique_ptr<History> history = HistoryCopy::instance().open(clock);
+    std::vector<Sample> samples;
+    for (auto _ : state) {
+        std::size_t rows = 0;
+        samples.push_back(measure([&] {
+            rows = makeClassOverview(history->queries(), HistoryCopy::instance().students(),
+                                     HistoryCopy::instance().subjects())
+                       .size();
+        }));
+        state.counters["rows"] = double(rows);
+        state.SetIterationTime(samples.back().value / 1000);
+    }
+    reportUnder(state, "Fluency: who needs help, 1000 students", samples, ClassFactsMs);
+}
+
+// The class report's pages from the history: made from the database and drawn
+// into a PDF, as the report job adds them to its own.
+void BM_FluencyReportPages(benchmark::State &state)
+{
+    ManualClock clock;
+    const std::unique_ptr<History> history = HistoryCopy::instance().open(clock);
+    const TestBank bank = historyBank();
+    std::vector<Sample> samples;
+    for (auto _ : state) {
+        int pages = 0;
+        samples.push_back(measure([&] {
+            ClassReport report;
+            addHistoryLists(
+                report, history->queries(), bank, HistoryCopy::instance().students(),
+                [](LocalSeconds seconds) { return isoLocalTime(seconds).substr(0, 10); });
+            QBuffer pdf;
+            pdf.open(QIODevice::WriteOnly);
+            QPdfWriter writer(&pdf);
+            ClassReportPainter painter(writer, report);
+            painter.paint();
+            pages = painter.pageCount();
+        }));
+        state.counters["pages"] = double(pages);
+        state.SetIterationTime(samples.back().value / 1000);
+    }
+    reportUnder(state, "Fluency: class report's history pages (made and drawn)", samples,
+                ReportHistoryPagesMs);
+}
+
 } // namespace
 
 BENCHMARK(BM_HistoryBytesPerAnswer)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
@@ -353,4 +441,7 @@ BENCHMARK(BM_HistoryRecordAnswer)->UseManualTime()->Iterations(50)->Unit(benchma
 BENCHMARK(BM_HistoryProgress)->UseManualTime()->Iterations(41)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HistoryProgressView)->UseManualTime()->Iterations(21)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HistoryClassFacts)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FluencyFactGrid)->UseManualTime()->Iterations(41)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FluencyClassView)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FluencyReportPages)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HistoryCsv)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
