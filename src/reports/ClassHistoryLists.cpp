@@ -63,6 +63,20 @@ ReportList needsHelpList(std::vector<OverviewRow> rows, const DateWriter &writeD
     return list;
 }
 
+ReportList missedQuestionsList(std::string heading, const std::vector<MissedQuestion> &missed)
+{
+    ReportList list;
+    list.heading = std::move(heading);
+    list.captions = {"Question", "Right answer", "Missed", "Asked"};
+    list.widths = {0.56, 0.24, 0.1, 0.1};
+    for (const MissedQuestion &question : missed) {
+        list.rows.push_back({question.question.empty() ? "(the choices only)" : question.question,
+                             question.rightAnswer, std::to_string(question.missed),
+                             std::to_string(question.asked)});
+    }
+    return list;
+}
+
 void addHistoryLists(ClassReport &report, HistoryQueries &queries, const TestBank &bank,
                      const std::vector<std::string> &names, const DateWriter &writeDate)
 {
@@ -80,18 +94,11 @@ void addHistoryLists(ClassReport &report, HistoryQueries &queries, const TestBan
                 queries.classMissedQuestions(int(subject), level, MissedQuestionsListed);
             if (missed.empty())
                 continue;
-            ReportList list;
-            list.heading = subjectNames[subject] + ", level " +
-                           (level == 0 ? std::string("K") : std::to_string(level)) +
-                           ": the questions missed most";
-            list.captions = {"Question", "Right answer", "Missed", "Asked"};
-            list.widths = {0.56, 0.24, 0.1, 0.1};
-            for (const MissedQuestion &question : missed) {
-                list.rows.push_back({question.question, question.rightAnswer,
-                                     std::to_string(question.missed),
-                                     std::to_string(question.asked)});
-            }
-            report.lists.push_back(std::move(list));
+            report.lists.push_back(
+                missedQuestionsList(subjectNames[subject] + ", level " +
+                                        (level == 0 ? std::string("K") : std::to_string(level)) +
+                                        ": the questions missed most",
+                                    missed));
         }
     }
 }

@@ -3,6 +3,7 @@
 #include "FactGridModel.h"
 #include "core/HistoryQueries.h"
 #include "core/TestBank.h"
+#include "reports/ClassHistoryLists.h"
 #include "reports/MasteryLook.h"
 #include "ui/Prompt.h"
 
@@ -51,14 +52,8 @@ FactsReport makeFactsReport(HistoryQueries &queries, const TestBank &bank, int s
             queries.missedQuestions(student, int(subject), std::nullopt, missedListed);
         if (missed.empty())
             continue;
-        ReportList list;
-        list.heading = bank.subjects[subject].name + ": the questions missed most";
-        list.captions = {"Question", "Right answer", "Missed", "Asked"};
-        list.widths = {0.56, 0.24, 0.1, 0.1};
-        for (const MissedQuestion &question : missed)
-            list.rows.push_back({question.question, question.rightAnswer,
-                                 std::to_string(question.missed), std::to_string(question.asked)});
-        report.lists.push_back(std::move(list));
+        report.lists.push_back(missedQuestionsList(
+            bank.subjects[subject].name + ": the questions missed most", missed));
     }
     return report;
 }

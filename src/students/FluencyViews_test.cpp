@@ -154,6 +154,11 @@ TEST_F(FluencyViewsTest, ClassReportGainsWhoNeedsHelpAndTheQuestionsMissedMost)
     open();
     takeTest(0, SpellingSubject, 3, {false, true});
     takeTest(1, SpellingSubject, 3, {false, false});
+    // A spelling shown as its four choices alone has no question text.
+    HistoryRecorder &recorder = history->recorder();
+    recorder.beginTest({2, SpellingSubject, 3, 30, false});
+    recorder.recordChoice({"", {"said", "sed", "siad", "sayd"}, 0, 1});
+    recorder.endTest({-1, 0, 1, false});
     ClassReport report;
     report.title = "Class results: 3B";
     const std::size_t before = report.lists.size();
@@ -163,8 +168,10 @@ TEST_F(FluencyViewsTest, ClassReportGainsWhoNeedsHelpAndTheQuestionsMissedMost)
     EXPECT_EQ(report.lists[0].heading, "Who needs help");
     EXPECT_EQ(report.lists[0].rows.size(), 3u);
     EXPECT_EQ(report.lists[1].heading, "Spelling, level 3: the questions missed most");
-    ASSERT_EQ(report.lists[1].rows.size(), 2u);
+    ASSERT_EQ(report.lists[1].rows.size(), 3u);
     EXPECT_EQ(report.lists[1].rows[0], (std::vector<std::string>{"Q0", "a", "2", "2"}));
+    EXPECT_EQ(report.lists[1].rows[1],
+              (std::vector<std::string>{"(the choices only)", "said", "1", "1"}));
 
     QBuffer nowhere;
     ASSERT_TRUE(nowhere.open(QIODevice::WriteOnly));
