@@ -135,12 +135,18 @@ ReviewPanel::ReviewPanel(QWidget *parent) : QFrame(parent)
     m_list->setPalette(colours);
 
     m_practise = button("cmdPractise", QStringLiteral("Practise missed"));
+    m_practiseWeak = button("cmdPractiseWeak", QStringLiteral("Practise weak facts"));
+    m_practiseWeak->setAccessibleDescription(
+        QStringLiteral("The facts not known yet first, then those being learnt, then new ones "
+                       "of the level, without a clock"));
+    m_practiseWeak->hide();
     m_back = button("cmdReviewBack", QStringLiteral("Back"));
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(m_practise);
+    buttons->addWidget(m_practiseWeak);
     buttons->addStretch();
     buttons->addWidget(m_back);
-    for (QPushButton *push : {m_practise, m_back})
+    for (QPushButton *push : {m_practise, m_practiseWeak, m_back})
         push->setMinimumWidth(180);
 
     auto *layout = new QVBoxLayout(this);
