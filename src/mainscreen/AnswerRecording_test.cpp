@@ -174,3 +174,36 @@ TEST_F(AnswerRecordingTest, AHistoryThatCannotBeUsedIsToldOnceAndTestsGoOnWithTh
     EXPECT_EQ(scoresOnDisk(0, 0), "2|2");
     EXPECT_EQ(prompt.shown().size(), 1u);
 }
+
+TEST_F(AnswerRecordingTest, PractisingWeakFactsAsksTheMissedFactFirstAndRecordsItAsPractice)
+{
+    startUp();
+    chooseLevel(1);
+    screen->startTest();
+    typeAnswer(false);
+    typeAnswer(false); // each fact wrong in its only answer: not yet known
+    screen->stopTest();
+    button("cmdReview")->click();
+    ASSERT_TRUE(shown("cmdPractiseWeak"));
+    const std::vector<TestSummary> before = session.history->queries().tests(0, 0, 1);
+    const QString scores = scoresOnDisk(0, 1);
+
+    button("cmdPractiseWeak")->click();
+    ASSERT_TRUE(shown("fraPractice"));
+    const std::string first = problemOnScreen();
+    // The facts the test missed come first; which of the two is the weaker is a tie.
+    const std::vector<CsvRow> answered = rows();
+    EXPECT_TRUE(first == answered[0][4] || first == answered[1][4]) << first;
+    typeAnswer(false); // wrong: it comes back later in the round
+    typeAnswer(true);
+    typeAnswer(true);
+    EXPECT_EQ(problemOnScreen(), first);
+    button("cmdStopPractice")->click();
+
+    const std::vector<TestSummary> after = session.history->queries().tests(0, 0, 1);
+    ASSERT_EQ(after.size(), before.size() + 1);
+    EXPECT_TRUE(after.back().practice);
+    EXPECT_EQ(after.back().wrongs, 1);
+    EXPECT_EQ(after.back().rights, 2);
+    EXPECT_EQ(scoresOnDisk(0, 1), scores);
+}

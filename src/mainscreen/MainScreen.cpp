@@ -119,6 +119,8 @@ void MainScreen::connectControls()
     connect(m_ui->reviewButton, &QPushButton::clicked, this, &MainScreen::showReview);
     connect(m_ui->reviewPanel->practiseButton(), &QPushButton::clicked, this,
             &MainScreen::startPractice);
+    connect(m_ui->reviewPanel->practiseWeakButton(), &QPushButton::clicked, this,
+            &MainScreen::startWeakFactsPractice);
     connect(m_ui->reviewPanel->backButton(), &QPushButton::clicked, this, &MainScreen::closeReview);
     connect(m_ui->practicePanel->stopButton(), &QPushButton::clicked, this,
             &MainScreen::stopPractice);

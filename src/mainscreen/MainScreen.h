@@ -78,6 +78,8 @@ public:
     void showReview();
     void closeReview();
     void startPractice();
+    // An untimed round of the student's weakest Arithmetic facts at the level.
+    void startWeakFactsPractice();
     void stopPractice();
 
 protected:
@@ -126,6 +128,8 @@ private:
     void forgetReview();
     void openReview(const QString &heading, bool praise);
     void showNextPracticeQuestion();
+    void runPractice(PracticeRound round);
+    bool canPractiseWeakFacts() const;
     void endPractice(bool finished);
 
     Session &m_session;

@@ -114,7 +114,8 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
     tabChain.insert(tabChain.end(), levelButtons.begin(), levelButtons.end());
     tabChain.insert(tabChain.end(),
                     {startButton, reviewButton, reviewPanel->list(), reviewPanel->practiseButton(),
-                     reviewPanel->backButton(), number1Box, number2Box, answerBox});
+                     reviewPanel->practiseWeakButton(), reviewPanel->backButton(), number1Box,
+                     number2Box, answerBox});
     tabChain.insert(tabChain.end(), answerButtons.begin(), answerButtons.end());
     tabChain.insert(tabChain.end(), {stopButton, practicePanel->stopButton()});
     setTabChain(tabChain);

@@ -7,6 +7,8 @@
 #include "MainScreen.h"
 
 #include "MainScreenPanels.h"
+#include "core/History.h"
+#include "fluency/WeakFacts.h"
 #include "review/PracticePanel.h"
 #include "review/ReviewLines.h"
 #include "review/ReviewPanel.h"
@@ -80,6 +82,7 @@ void MainScreen::openReview(const QString &heading, bool praise)
     // The list says it all again; its room matters more on a small screen.
     m_ui->lastAnswerPanel->hide();
     m_ui->reviewPanel->showRecord(m_testRecord, heading, praise);
+    m_ui->reviewPanel->practiseWeakButton()->setVisible(canPractiseWeakFacts());
     m_ui->reviewPanel->show();
     m_ui->reviewPanel->list()->setFocus();
 }
@@ -98,11 +101,40 @@ void MainScreen::closeReview()
 // test asked, the round's progress and its Stop where the clock and score were.
 void MainScreen::startPractice()
 {
-    m_practice.emplace(m_testRecord);
-    if (m_practice->isOver()) {
-        m_practice.reset();
+    runPractice(PracticeRound(m_testRecord));
+}
+
+// The facts of the test's level the child knows least, chosen from the history:
+// not yet known first, then being learnt, then never tried.
+void MainScreen::startWeakFactsPractice()
+{
+    const StudentRecords &records = m_session.records;
+    if (!canPractiseWeakFacts())
+        return;
+    const std::vector<ArithmeticProblem> problems =
+        weakFactsProblems(m_session.bank, records.currentLevel,
+                          m_session.history->queries().facts(records.currentStudent), m_random);
+    if (problems.empty()) {
+        openReview(QStringLiteral("Every fact of this level is known. Well done!"), true);
         return;
     }
+    runPractice(PracticeRound(std::vector<AskedQuestion>(problems.begin(), problems.end())));
+}
+
+bool MainScreen::canPractiseWeakFacts() const
+{
+    const StudentRecords &records = m_session.records;
+    return m_session.history && m_session.history->isOn() &&
+           records.currentSubject == ArithmeticSubject && records.currentLevel >= 0 &&
+           records.currentLevel < LevelCount && records.currentStudent >= 0 &&
+           records.currentStudent <= records.studentMax();
+}
+
+void MainScreen::runPractice(PracticeRound round)
+{
+    if (round.isOver())
+        return;
+    m_practice.emplace(std::move(round));
     m_ui->reviewPanel->hide();
     m_ui->testScorePanel->hide();
     m_ui->practicePanel->show();

@@ -174,6 +174,8 @@ QWidget *StudentsScreen::buildStudentDetails(QWidget *parent)
     layout->addWidget(m_levels, 1, 1);
     layout->addWidget(subjectCaption, 2, 0);
     layout->addWidget(m_subjectList, 2, 1, Qt::AlignLeft);
+    layout->addWidget(caption(QStringLiteral("This Student:"), details), 3, 0);
+    layout->addWidget(buildStudentTools(details), 3, 1, Qt::AlignLeft);
     layout->setColumnStretch(1, 1);
     return details;
 }
@@ -201,15 +203,14 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
     m_exportButton->setAccessibleName(QStringLiteral("Export results"));
     m_exportButton->setAccessibleDescription(
         QStringLiteral("Every student's results saved as a CSV file for spreadsheets"));
-    m_progressButton =
-        button(QStringLiteral("cmdProgress"), QStringLiteral("&Progress\u2026"), footer);
-    m_progressButton->setAccessibleName(QStringLiteral("Progress"));
-    m_progressButton->setAccessibleDescription(
-        QStringLiteral("The selected student's score in each test over time, in the current "
-                       "subject and level"));
+    m_classButton =
+        button(QStringLiteral("cmdClassView"), QStringLiteral("&Who Needs Help\u2026"), footer);
+    m_classButton->setAccessibleName(QStringLiteral("Who needs help"));
+    m_classButton->setAccessibleDescription(
+        QStringLiteral("Every student's trend, facts not yet known and last test, by subject"));
     connect(m_reportButton, &QPushButton::clicked, this, &StudentsScreen::showReport);
     connect(m_exportButton, &QPushButton::clicked, this, &StudentsScreen::exportResults);
-    connect(m_progressButton, &QPushButton::clicked, this, &StudentsScreen::showProgress);
+    connect(m_classButton, &QPushButton::clicked, this, &StudentsScreen::showClassView);
     // A button of its own, so that a classroom setting can hide it.
     m_backupsButton =
         button(QStringLiteral("cmdBackups"), QStringLiteral("&Backups\u2026"), footer);
@@ -217,8 +218,8 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
     m_helpButton = button(QStringLiteral("cmdHelp"), QStringLiteral("Help"), footer);
     m_closeButton = button(QStringLiteral("cmdClose"), QStringLiteral("Close"), footer);
     m_closeButton->setDefault(true);
-    for (QPushButton *pushButton : {m_reportButton, m_exportButton, m_progressButton,
-                                    m_backupsButton, m_helpButton, m_closeButton})
+    for (QPushButton *pushButton : {m_reportButton, m_exportButton, m_classButton, m_backupsButton,
+                                    m_helpButton, m_closeButton})
         pushButton->setMinimumWidth(100);
     connect(m_backupsButton, &QPushButton::clicked, this, &StudentsScreen::openBackups);
     connect(m_helpButton, &QPushButton::clicked, this, &StudentsScreen::showHelp);
@@ -227,7 +228,7 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
     layout->addWidget(notes, 1);
     layout->addWidget(m_reportButton);
     layout->addWidget(m_exportButton);
-    layout->addWidget(m_progressButton);
+    layout->addWidget(m_classButton);
     layout->addWidget(m_backupsButton);
     layout->addWidget(m_helpButton);
     layout->addWidget(m_closeButton);

@@ -49,6 +49,9 @@ public:
     // Shows the Progress view; the default runs it modally, tests drive it instead.
     using ProgressShower = std::function<void(ProgressDialog &dialog)>;
     void setProgressShower(ProgressShower showProgress);
+    // Shows the Facts and Who Needs Help views; the default runs them modally.
+    using FluencyShower = std::function<void(QDialog &dialog)>;
+    void setFluencyShower(FluencyShower show);
 
     // What the user does on the screen; public so that tests can drive it.
     // Shows the student selected in the list: name, level and results.
@@ -75,6 +78,10 @@ public:
     void openBackups();
     // The selected student's tests over time in the subject and level chosen here.
     void showProgress();
+    // The selected student's facts, coloured by how well each is known.
+    void showFacts();
+    // The whole class: trends, facts not yet known and last tests.
+    void showClassView();
     void closeScreen();
     // The close step, run on every way of closing: the selected student becomes
     // the current one and the roster is saved.
@@ -93,6 +100,8 @@ private:
     QWidget *buildRoster(QWidget *parent);
     QWidget *buildStudentDetails(QWidget *parent);
     QWidget *buildFooter(QWidget *parent);
+    QWidget *buildStudentTools(QWidget *parent);
+    void showFluencyDialog(QDialog &dialog);
 
     void fillControls();
     void askFirstName();
@@ -106,6 +115,7 @@ private:
     AddClassRunner m_runAddClass;
     BackupsShower m_showBackups;
     ProgressShower m_showProgress;
+    FluencyShower m_showFluency;
     bool m_busy = false;   // the screen is filling its own controls
     bool m_loaded = false; // the roster was read, so closing may save it
 
@@ -121,6 +131,8 @@ private:
     QPushButton *m_exportButton = nullptr;
     QPushButton *m_backupsButton = nullptr;
     QPushButton *m_progressButton = nullptr;
+    QPushButton *m_factsButton = nullptr;
+    QPushButton *m_classButton = nullptr;
     QPushButton *m_helpButton = nullptr;
     QPushButton *m_closeButton = nullptr;
     ResultsPanel *m_results = nullptr;

@@ -2,13 +2,17 @@
 // report (in a preview, or as a PDF file when too long for one) and as CSV.
 #include "StudentsScreen.h"
 
+#include "core/History.h"
+#include "reports/ClassHistoryLists.h"
 #include "reports/ClassReport.h"
 #include "reports/ClassReportPdf.h"
 #include "reports/ClassResultsCsv.h"
+#include "ui/ClassHistory.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
 
+#include <QDate>
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
@@ -50,8 +54,19 @@ void StudentsScreen::setReportPreviewer(ReportPreviewer previewer)
 void StudentsScreen::showReport()
 {
     std::optional<WaitCursor> wait(std::in_place);
-    const ClassReport report =
+    ClassReport report =
         makeTodaysClassReport(m_session.bank, m_session.records, m_session.paths.dataDir);
+    // With a history, who needs help and the questions the class misses most follow.
+    if (m_session.history && m_session.history->isOn()) {
+        addHistoryLists(report, m_session.history->queries(), m_session.bank,
+                        studentNames(m_session.records), [](LocalSeconds seconds) {
+                            const CivilTime time = toCivilTime(seconds);
+                            return QLocale()
+                                .toString(QDate(time.year, time.month, time.day),
+                                          QLocale::ShortFormat)
+                                .toStdString();
+                        });
+    }
     const int pages = classReportPageCount(report);
     wait.reset();
     if (pages > MaxPreviewPages) {
