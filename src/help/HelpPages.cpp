@@ -189,6 +189,29 @@ QString studentsHelpPage()
         "computer, say), history whose Student is no longer in the list is kept as <b>not "
         "matched</b>. <b>[Not matched…]</b> in Progress lists it: give each to the "
         "Student it belongs to, or delete it.",
+        "<p><b><u>Facts:</u></b><br>",
+        "Click <b>[Facts…]</b> (Alt+F) to see which Arithmetic facts the selected Student "
+        "knows: a grid for each operation, one square per fact (7 \u00D7 8 is the same fact "
+        "whichever box was blank). A fact is <b>known</b> (green, \u2713) when at least 90 % "
+        "of its last five answers were right and they took 3 seconds or less on average (6 "
+        "seconds at Levels K to 2); <b>not yet</b> (red, \u2717) when more than a quarter were "
+        "wrong; <b>learning</b> (amber, ~) in between; white until tried. Point at a square, or "
+        "move to it with the arrow keys, to read the fact's answers in words. In a "
+        "subtraction or division grid the row is the number taken away or divided by, and the "
+        "column the answer. <b>Questions Missed</b> lists the multiple-choice questions the "
+        "Student misses most. <b>[Print…]</b> and <b>[Save as PDF…]</b> take it away.",
+        "<p><b><u>Who Needs Help:</u></b><br>",
+        "Click <b>[Who Needs Help…]</b> (Alt+W) for the whole class: for each Student and "
+        "Subject, whether the scores are going up, level or down (the mean of the last five "
+        "tests against the five before), how many facts are not yet known, and the date of the "
+        "last test. Choose a column in <b>Sort by</b>, or click its heading. The class report "
+        "(<b>[Report…]</b>) prints the same table, and the questions the class misses most in "
+        "each Subject and Level.",
+        "<p><b><u>Practising weak facts:</u></b><br>",
+        "After an Arithmetic test, the review offers <b>[Practise weak facts]</b>: up to 20 "
+        "facts of the Level without a clock, those not yet known first, then those being "
+        "learnt, then new ones. A fact answered wrong comes back a little later. The round is "
+        "kept in the history as practice and never changes a score.",
 
         "<hr>",
         "<center><u><h3>Scores</h3></u></center>",
