@@ -32,8 +32,12 @@ const FactCell *FactGridModel::cellAt(const QModelIndex &index) const
 QVariant FactGridModel::data(const QModelIndex &index, int role) const
 {
     const FactCell *cell = cellAt(index);
-    if (!cell)
+    if (!cell) {
+        // Past the end of a short group: no fact, so not the white of one untried.
+        if (role == Qt::BackgroundRole && index.isValid())
+            return QColor(0xE4, 0xE4, 0xE4);
         return {};
+    }
     const QString words = QString::fromStdString(
         factDescription(m_grid.operation, cell->number1, cell->number2, cell->tally));
     switch (role) {
