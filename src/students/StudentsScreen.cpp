@@ -173,9 +173,13 @@ QWidget *StudentsScreen::buildStudentDetails(QWidget *parent)
     layout->addWidget(caption(QStringLiteral("Level:"), details), 1, 0);
     layout->addWidget(m_levels, 1, 1);
     layout->addWidget(subjectCaption, 2, 0);
-    layout->addWidget(m_subjectList, 2, 1, Qt::AlignLeft);
-    layout->addWidget(caption(QStringLiteral("This Student:"), details), 3, 0);
-    layout->addWidget(buildStudentTools(details), 3, 1, Qt::AlignLeft);
+    // The student's own tools beside the subject they show, taking no extra height.
+    auto *subjectRow = new QHBoxLayout;
+    subjectRow->addWidget(m_subjectList);
+    subjectRow->addSpacing(24);
+    subjectRow->addWidget(buildStudentTools(details));
+    subjectRow->addStretch(1);
+    layout->addLayout(subjectRow, 2, 1);
     layout->setColumnStretch(1, 1);
     return details;
 }

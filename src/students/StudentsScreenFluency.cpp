@@ -44,7 +44,7 @@ History *readableHistory(Session &session, QWidget *parent)
 
 } // namespace
 
-// Beside the student they are about: what the screen shows of one student.
+// Beside the current subject: what the screen shows of the selected student.
 QWidget *StudentsScreen::buildStudentTools(QWidget *parent)
 {
     auto *tools = new QWidget(parent);
