@@ -4,6 +4,7 @@
 #include "core/DataPaths.h"
 #include "mainscreen/MainScreen.h"
 #include "quiz/Random.h"
+#include "speech/QtSpeaker.h"
 #include "ui/DataLocation.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
@@ -62,7 +63,11 @@ int runWindows(int argc, char *argv[])
     Session session(DataPaths::in(dataDir), prompt);
 
     RandomSource random;
+    // Looked for before the window shows: a few hundredths of a second with
+    // flite, and the Read aloud box is right from the first paint.
+    QtSpeaker speaker;
     MainScreen mainScreen(session, random);
+    mainScreen.setSpeaker(speaker);
     if (!invocation.dataDir)
         mainScreen.bringClassFilesFrom(classFilesLeftBehind(dataDir));
     mainScreen.show();

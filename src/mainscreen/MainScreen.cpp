@@ -2,6 +2,7 @@
 
 #include "MainScreenPanels.h"
 #include "MainScreenWidgets.h"
+#include "ReadAloud.h"
 #include "StartUp.h"
 #include "editor/TestsScreen.h"
 #include "help/HelpScreen.h"
@@ -41,7 +42,8 @@ constexpr QSize WindowFrameRoom(16, 40);
 
 MainScreen::MainScreen(Session &session, RandomSource &random, QWidget *parent)
     : QWidget(parent), m_session(session), m_random(random),
-      m_ui(std::make_unique<MainScreenPanels>(this))
+      m_ui(std::make_unique<MainScreenPanels>(this)),
+      m_readAloud(std::make_unique<ReadAloud>(*m_ui->readAloudBox, m_ui->sayAgainButtons, *this))
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(Title);
@@ -101,6 +103,16 @@ void MainScreen::resizeEvent(QResizeEvent *event)
 void MainScreen::setOtherScreens(OtherScreens screens)
 {
     m_otherScreens = std::move(screens);
+}
+
+void MainScreen::setSpeaker(Speaker &speaker)
+{
+    m_readAloud->setSpeaker(speaker);
+}
+
+void MainScreen::setReadAloud(bool on)
+{
+    m_readAloud->setOn(on);
 }
 
 void MainScreen::connectControls()

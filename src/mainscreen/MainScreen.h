@@ -18,6 +18,8 @@
 class DataFolderLock;
 class QLineEdit;
 class RandomSource;
+class ReadAloud;
+class Speaker;
 struct MainScreenPanels;
 struct Session;
 
@@ -38,6 +40,13 @@ public:
         std::function<void()> help;
     };
     void setOtherScreens(OtherScreens screens);
+
+    // The voice that reads the questions aloud. Without one, or with one that
+    // cannot be heard, the Read aloud box is off and says why.
+    void setSpeaker(Speaker &speaker);
+    // Ticks the Read aloud box, as --read-aloud does at start-up; it stays
+    // off where no voice can be heard.
+    void setReadAloud(bool on);
 
     // True once start-up has failed and the program is closing.
     bool isEnding() const { return m_ending; }
@@ -130,6 +139,7 @@ private:
     Session &m_session;
     RandomSource &m_random;
     std::unique_ptr<MainScreenPanels> m_ui;
+    std::unique_ptr<ReadAloud> m_readAloud;
     OtherScreens m_otherScreens;
 
     std::optional<std::string> m_dataDirectoryProblem;

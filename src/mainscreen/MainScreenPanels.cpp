@@ -7,6 +7,7 @@
 #include "ui/Colours.h"
 
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
 #include <QGridLayout>
@@ -112,9 +113,9 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
     std::vector<QWidget *> tabChain = {studentsButton, testsButton, helpButton, exitButton,
                                        subjectList};
     tabChain.insert(tabChain.end(), levelButtons.begin(), levelButtons.end());
-    tabChain.insert(tabChain.end(),
-                    {startButton, reviewButton, reviewPanel->list(), reviewPanel->practiseButton(),
-                     reviewPanel->backButton(), number1Box, number2Box, answerBox});
+    tabChain.insert(tabChain.end(), {readAloudBox, startButton, reviewButton, reviewPanel->list(),
+                                     reviewPanel->practiseButton(), reviewPanel->backButton(),
+                                     number1Box, number2Box, answerBox});
     tabChain.insert(tabChain.end(), answerButtons.begin(), answerButtons.end());
     tabChain.insert(tabChain.end(), {stopButton, practicePanel->stopButton()});
     setTabChain(tabChain);
@@ -187,6 +188,10 @@ QFrame *MainScreenPanels::buildStartPanel()
     tabToCheckedButton(levelGroup->buttons());
     levelRow->addStretch();
 
+    // Off at every start; it is kept in neither data file.
+    readAloudBox = named(new QCheckBox(QStringLiteral("&Read aloud")), "chkReadAloud");
+    readAloudBox->setFont(arial(14, true));
+
     startButton = button("cmdStartTest", QStringLiteral("Start Test"), 20);
     startButton->setMinimumSize(260, 64);
     // While the button is held back after a test, the message under it stays put.
@@ -214,6 +219,7 @@ QFrame *MainScreenPanels::buildStartPanel()
     layout->addLayout(subjectRow);
     layout->addWidget(caption(QStringLiteral("Level:"), 16, true));
     layout->addLayout(levelRow);
+    layout->addWidget(readAloudBox);
     layout->addSpacing(8);
     layout->addLayout(startRow);
     layout->addWidget(outcome);
