@@ -4,7 +4,7 @@
 #include "core/DataPaths.h"
 #include "mainscreen/MainScreen.h"
 #include "quiz/Random.h"
-#include "speech/QtSpeaker.h"
+#include "speech/VoiceProcess.h"
 #include "ui/DataLocation.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
@@ -63,11 +63,11 @@ int runWindows(int argc, char *argv[])
     Session session(DataPaths::in(dataDir), prompt);
 
     RandomSource random;
-    // Looked for before the window shows: a few hundredths of a second with
-    // flite, and the Read aloud box is right from the first paint.
-    QtSpeaker speaker;
+    // Asked before the window shows whether it can be heard (a few hundredths
+    // of a second with flite), so the Read aloud box is right from the start.
+    VoiceProcess voice(VoiceProcess::helperBesideProgram());
     MainScreen mainScreen(session, random);
-    mainScreen.setSpeaker(speaker);
+    mainScreen.setSpeaker(voice);
     if (!invocation.dataDir)
         mainScreen.bringClassFilesFrom(classFilesLeftBehind(dataDir));
     mainScreen.show();

@@ -57,14 +57,11 @@ QStringList QtSpeaker::preferredEngines()
 
 QtSpeaker::QtSpeaker(const QStringList &engines)
 {
-    const QuietAudioWarnings quiet;
-    if (QMediaDevices::audioOutputs().isEmpty()) {
-        m_unavailableReason = "No sound device was found on this computer.";
+    findVoice(engines);
+    if (!m_engine) {
+        qCDebug(speechLog) << "no voice:" << m_unavailableReason.c_str();
         return;
     }
-    chooseEngine(engines);
-    if (!m_engine)
-        return;
     qCDebug(speechLog) << "engine" << m_engine->engine() << "voice" << m_engine->voice().name();
     QObject::connect(m_engine.get(), &QTextToSpeech::stateChanged, m_engine.get(),
                      [](QTextToSpeech::State state) { qCDebug(speechLog) << "state" << state; });
@@ -77,16 +74,22 @@ QtSpeaker::QtSpeaker(const QStringList &engines)
 
 QtSpeaker::~QtSpeaker() = default;
 
-void QtSpeaker::chooseEngine(const QStringList &engines)
+void QtSpeaker::findVoice(const QStringList &engines)
 {
+    const QuietAudioWarnings quiet;
+    if (QMediaDevices::audioOutputs().isEmpty()) {
+        m_unavailableReason = "No sound device was found on this computer.";
+        return;
+    }
     const QStringList installed = QTextToSpeech::availableEngines();
     m_unavailableReason = "No voice for reading aloud is installed on this computer.";
     for (const QString &name : engines) {
         if (!installed.contains(name))
             continue;
         auto engine = std::make_unique<QTextToSpeech>(name);
-        if (engine->state() == QTextToSpeech::Error ||
-            engine->errorReason() != QTextToSpeech::ErrorReason::NoError) {
+        // A failed start comes with a message. The reason alone tells nothing:
+        // flite reports one with no message after a start that went well.
+        if (engine->state() == QTextToSpeech::Error || !engine->errorString().isEmpty()) {
             m_unavailableReason =
                 "The voice could not be started: " + engine->errorString().toStdString();
             continue;

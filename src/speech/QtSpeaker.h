@@ -27,7 +27,7 @@ public:
     std::string unavailableReason() const override;
 
 private:
-    void chooseEngine(const QStringList &engines);
+    void findVoice(const QStringList &engines);
 
     std::unique_ptr<QTextToSpeech> m_engine;
     std::string m_unavailableReason;
