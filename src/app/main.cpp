@@ -68,6 +68,7 @@ int runWindows(int argc, char *argv[])
     VoiceProcess voice(VoiceProcess::helperBesideProgram());
     MainScreen mainScreen(session, random);
     mainScreen.setSpeaker(voice);
+    mainScreen.setReadAloud(invocation.readAloud);
     if (!invocation.dataDir)
         mainScreen.bringClassFilesFrom(classFilesLeftBehind(dataDir));
     mainScreen.show();

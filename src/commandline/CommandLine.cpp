@@ -26,6 +26,7 @@ struct OptionEntry {
 const QString DataDirOption = QStringLiteral("data-dir");
 const QString HelpOption = QStringLiteral("help");
 const QString VersionOption = QStringLiteral("version");
+const QString ReadAloudOption = QStringLiteral("read-aloud");
 
 const std::vector<OptionEntry> &otherOptions()
 {
@@ -35,6 +36,9 @@ const std::vector<OptionEntry> &otherOptions()
         {{DataDirOption},
          QStringLiteral("dir"),
          QStringLiteral("Use DIR as the data folder, windows included.")},
+        {{ReadAloudOption},
+         {},
+         QStringLiteral("Start with Read aloud on: questions are read aloud.")},
     };
     return options;
 }
@@ -199,6 +203,7 @@ Invocation readCommandLine(const QStringList &arguments)
         if (!value.isEmpty())
             invocation.values.insert(name, value);
     }
+    invocation.readAloud = parser.isSet(ReadAloudOption);
     if (parser.isSet(DataDirOption)) {
         const QString folder = QFileInfo(parser.value(DataDirOption)).absoluteFilePath();
         invocation.dataDir = QDir(folder).filesystemPath();

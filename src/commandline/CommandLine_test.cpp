@@ -40,6 +40,7 @@ TEST(CommandLine, SaysWhatEachCommandLineAsksFor)
     const std::vector<Case> cases = {
         {"", Action::Windows, "", ""},
         {"--data-dir /school/3B", Action::Windows, "", ""},
+        {"--read-aloud --data-dir /school/3B", Action::Windows, "", ""},
         {"--export-csv out.csv", Action::Job, "export-csv", "out.csv"},
         {"--export-csv=-", Action::Job, "export-csv", "-"},
         {"--data-dir /school/3B --report-pdf 3B.pdf", Action::Job, "report-pdf", "3B.pdf"},
@@ -67,6 +68,8 @@ TEST(CommandLine, SaysWhatEachCommandLineAsksFor)
     }
     EXPECT_EQ(read(split("--data-dir /school/3B")).dataDir, std::filesystem::path("/school/3B"));
     EXPECT_FALSE(read({}).dataDir.has_value());
+    EXPECT_TRUE(read(split("--data-dir /school/3B --read-aloud")).readAloud);
+    EXPECT_FALSE(read(split("--data-dir /school/3B")).readAloud);
 }
 
 TEST(CommandLine, ARelativeDataFolderIsTakenFromTheCurrentFolder)
@@ -119,7 +122,7 @@ TEST(CommandLine, HelpListsEveryOptionOnOneLineAndVersionComesFromTheBuild)
     ASSERT_GE(options, 0) << out.str();
 
     QStringList expected = {QStringLiteral("--help"), QStringLiteral("--version"),
-                            QStringLiteral("--data-dir <dir>")};
+                            QStringLiteral("--data-dir <dir>"), QStringLiteral("--read-aloud")};
     for (const Job &job : jobs())
         expected.append(QStringLiteral("--%1 <%2>").arg(job.option, job.valueName));
     qsizetype listed = 0;
