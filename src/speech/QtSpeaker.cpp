@@ -4,6 +4,7 @@
 #include <QLoggingCategory>
 #include <QMediaDevices>
 #include <QTextToSpeech>
+#include <QTimer>
 #include <QVoice>
 
 // Off unless asked for (QT_LOGGING_RULES="tavrino.speech.debug=true"): which
@@ -16,6 +17,8 @@ const QString Flite = QStringLiteral("flite");
 // The clearest of flite's voices for a child: a US English voice built from
 // recorded speech rather than the older diphone voices.
 const QString PreferredVoice = QStringLiteral("slt");
+// A text that fails this soon after it was started is started once more.
+constexpr int SayAgainWithinMilliseconds = 1500;
 
 QtMessageHandler previousHandler = nullptr;
 
@@ -65,11 +68,24 @@ QtSpeaker::QtSpeaker(const QStringList &engines)
     qCDebug(speechLog) << "engine" << m_engine->engine() << "voice" << m_engine->voice().name();
     QObject::connect(m_engine.get(), &QTextToSpeech::stateChanged, m_engine.get(),
                      [](QTextToSpeech::State state) { qCDebug(speechLog) << "state" << state; });
-    // A sound device that goes away later silences the voice; the test goes on.
-    QObject::connect(m_engine.get(), &QTextToSpeech::errorOccurred, m_engine.get(),
-                     [](QTextToSpeech::ErrorReason, const QString &message) {
-                         qCDebug(speechLog) << "error" << message;
-                     });
+    QObject::connect(
+        m_engine.get(), &QTextToSpeech::errorOccurred, m_engine.get(),
+        [this](QTextToSpeech::ErrorReason, const QString &message) { onError(message); });
+}
+
+// flite gives a text up when the sound server runs dry just after its start,
+// as it does on a busy computer: the text is started once more. A sound
+// device that goes away silences the voice; the test goes on either way.
+void QtSpeaker::onError(const QString &message)
+{
+    qCDebug(speechLog) << "error" << message;
+    if (m_saidAgain || m_text.isEmpty() || m_saying.elapsed() > SayAgainWithinMilliseconds)
+        return;
+    m_saidAgain = true;
+    QTimer::singleShot(0, m_engine.get(), [this] {
+        qCDebug(speechLog) << "say again" << m_text;
+        m_engine->say(m_text);
+    });
 }
 
 QtSpeaker::~QtSpeaker() = default;
@@ -111,11 +127,15 @@ void QtSpeaker::say(const std::string &text)
     // An engine may queue a text behind the one it is reading; the last
     // question must never wait for the one before.
     m_engine->stop(QTextToSpeech::BoundaryHint::Immediate);
-    m_engine->say(QString::fromStdString(text));
+    m_text = QString::fromStdString(text);
+    m_saying.start();
+    m_saidAgain = false;
+    m_engine->say(m_text);
 }
 
 void QtSpeaker::stop()
 {
+    m_text.clear();
     if (m_engine)
         m_engine->stop(QTextToSpeech::BoundaryHint::Immediate);
 }

@@ -4,6 +4,8 @@
 
 #include "Speaker.h"
 
+#include <QElapsedTimer>
+#include <QString>
 #include <QStringList>
 
 #include <memory>
@@ -28,7 +30,12 @@ public:
 
 private:
     void findVoice(const QStringList &engines);
+    void onError(const QString &message);
 
     std::unique_ptr<QTextToSpeech> m_engine;
     std::string m_unavailableReason;
+    // The text being said, since when, and whether it was started again.
+    QString m_text;
+    QElapsedTimer m_saying;
+    bool m_saidAgain = false;
 };
