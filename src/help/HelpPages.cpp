@@ -109,6 +109,11 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "little later, until each one has been answered right. Practice never changes the "
         "<b>Last</b> or <b>High</b> score. <b>[Stop Practice]</b> ends it at any time. The "
         "review goes when a new test starts or another Student, Subject or Level is chosen.",
+        "<p>For children who cannot read yet, tick <b>Read aloud</b> before the test: each "
+        "question, in a test or in practice, is then read out as it shows (in Spelling, the "
+        "word to spell). <b>[Say it again]</b> beside the question, or <b>F2</b>, reads it "
+        "once more. Where the computer has no sound device or no voice, the box is greyed "
+        "out; rest the mouse on it to see why.",
 
         "<hr>",
         "<center><u><h3>Students</h3></u></center>",

@@ -9,6 +9,7 @@
 
 #include <QCheckBox>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -77,8 +78,10 @@ TEST_F(ReadAloudTest, TheBoxIsOffWhereNoVoiceCanBeHeardAndKeptInNeitherFile)
     EXPECT_FALSE(readAloudBox()->isChecked()) << "off until it is asked for";
     button("cmdSelectStudent")->setFocus();
     const std::vector<std::string> stops = tabStops(*screen);
-    ASSERT_GE(stops.size(), 2u);
-    EXPECT_EQ(stops[stops.size() - 2], "chkReadAloud");
+    const auto start = std::find(stops.begin(), stops.end(), "cmdStartTest");
+    ASSERT_NE(start, stops.begin());
+    ASSERT_NE(start, stops.end());
+    EXPECT_EQ(*std::prev(start), "chkReadAloud");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_R, Qt::AltModifier);
     // A mnemonic clicks the way a mouse does, releasing a moment later.
     EXPECT_TRUE(QTest::qWaitFor([this] { return readAloudBox()->isChecked(); }, 2000));
@@ -195,4 +198,52 @@ TEST_F(ReadAloudTest, OtherSubjectsSayTheQuestionAndTheAnswersInButtonOrder)
         choose(question % 2 == 0);
     }
     EXPECT_EQ(texts({"lblScoreRight", "lblScoreWrong"}), "2|2");
+}
+
+TEST_F(ReadAloudTest, PractisedQuestionsAreReadAsTheyShowAndTheVoiceStopsWithTheRound)
+{
+    startUp();
+    screen->setSpeaker(voice);
+    screen->setReadAloud(true);
+    screen->startTest();
+    std::vector<std::string> missed;
+    for (int question = 0; question < 2; ++question) {
+        missed.push_back("say: " + problemOnScreen());
+        typeAnswer(false);
+    }
+    screen->stopTest();
+    voice.clearLog();
+
+    button("cmdReview")->click();
+    EXPECT_EQ(voice.log(), Log()) << "the review list is not read";
+    button("cmdPractise")->click();
+    EXPECT_TRUE(shown("cmdSayAgain_Math"));
+    EXPECT_EQ(voice.log(), Log({"stop", missed[0]}));
+    voice.clearLog();
+    pressF2();
+    EXPECT_EQ(voice.log(), Log({missed[0]}));
+
+    // Missed again, the first comes back after the second; each is read as it
+    // shows, cutting off the one before.
+    voice.clearLog();
+    typeAnswer(false);
+    typeAnswer(true);
+    EXPECT_EQ(voice.log(), Log({"stop", missed[1], "stop", missed[0]}));
+
+    // The last right answer ends the round: the voice stops, F2 says nothing.
+    voice.clearLog();
+    typeAnswer(true);
+    ASSERT_TRUE(shown("fraReview"));
+    pressF2();
+    EXPECT_EQ(voice.log(), Log({"stop"}));
+
+    // A round stopped part way falls silent the same way.
+    button("cmdPractise")->click();
+    voice.clearLog();
+    typeAnswer(true);
+    EXPECT_EQ(voice.log(), Log({"stop", missed[1]}));
+    voice.clearLog();
+    button("cmdStopPractice")->click();
+    pressF2();
+    EXPECT_EQ(voice.log(), Log({"stop"}));
 }
