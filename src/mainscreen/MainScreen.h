@@ -6,6 +6,8 @@
 #include "quiz/QuestionSequence.h"
 #include "review/PracticeRound.h"
 #include "review/TestRecord.h"
+#include "worksheets/WorksheetDialog.h"
+#include "worksheets/WorksheetPreview.h"
 
 #include <QWidget>
 
@@ -39,6 +41,14 @@ public:
     };
     void setOtherScreens(OtherScreens screens);
 
+    // How a worksheet is asked for and shown. The defaults open the dialog and
+    // the print preview; tests put their own steps here so that nothing blocks.
+    struct WorksheetSteps {
+        WorksheetAsker ask = askWorksheetSettings;
+        WorksheetPreviewer preview = previewWorksheet;
+    };
+    void setWorksheetSteps(WorksheetSteps steps);
+
     // True once start-up has failed and the program is closing.
     bool isEnding() const { return m_ending; }
 
@@ -57,6 +67,8 @@ public:
     void openTestsScreen();
     void showHelp();
     void exitProgram();
+    // A worksheet of the current subject and level, to print or save as a PDF.
+    void printWorksheet();
 
     // The timed test. One tick of the clock is one second of the test.
     void startTest();
@@ -131,6 +143,7 @@ private:
     RandomSource &m_random;
     std::unique_ptr<MainScreenPanels> m_ui;
     OtherScreens m_otherScreens;
+    WorksheetSteps m_worksheetSteps;
 
     std::optional<std::string> m_dataDirectoryProblem;
     std::filesystem::path m_classFilesFrom;
