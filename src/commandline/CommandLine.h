@@ -25,7 +25,7 @@ struct Invocation {
     std::optional<std::filesystem::path> dataDir; // --data-dir, made absolute
     const Job *job = nullptr;
     QString jobValue;               // the value given to the job's option
-    QHash<QString, QString> values; // every option given with a value, by name
+    QHash<QString, QString> values; // every option given, by name; a switch has an empty value
     QString text;                   // the help text, or what is wrong with the command line
 };
 
