@@ -77,10 +77,17 @@ const QString Description =
 void declareOptions(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(Description);
-    for (const OptionEntry &entry : otherOptions())
-        parser.addOption(QCommandLineOption(entry.names, entry.description, entry.valueName));
+    const auto declare = [&parser](bool settings) {
+        for (const OptionEntry &entry : otherOptions())
+            if (entry.job.isEmpty() != settings)
+                parser.addOption(
+                    QCommandLineOption(entry.names, entry.description, entry.valueName));
+    };
+    // The program's own options, the jobs, then the jobs' settings under them.
+    declare(false);
     for (const Job &job : jobs())
         parser.addOption(QCommandLineOption(job.option, job.description, job.valueName));
+    declare(true);
 }
 
 QString dashed(const QString &option)

@@ -140,7 +140,7 @@ int worksheet(const JobContext &context)
     if (!levelHasQuestions(bank, *subject, options.level)) {
         context.err << "tavrino: --level " << levelText(options.level) << ": "
                     << bank.subjects[static_cast<std::size_t>(*subject)].name
-                    << " has no questions at level " << levelText(options.level) << ".\n";
+                    << " has no questions at that level.\n";
         return ExitUsage;
     }
 

@@ -46,13 +46,12 @@ constexpr double NameShare = 0.62; // of the width, for the name's line
 
 const QString Separator = QStringLiteral("  \u00B7  ");
 
-QFont sheetFont(double points, bool bold = false, bool italic = false)
+QFont sheetFont(double points, bool bold = false)
 {
     QFont font(QStringLiteral("Arial"));
     font.setStyleHint(QFont::SansSerif);
     font.setPointSizeF(points);
     font.setBold(bold);
-    font.setItalic(italic);
     return font;
 }
 
