@@ -137,6 +137,12 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "<p>After a test, click <b>[Tests]</b> to change the Subjects, the length of the "
         "tests, the Arithmetic settings or the questions. For more help, click "
         "<b>[Help]</b> on the Tests screen.",
+        "<p>To practise on paper, click <b>[Worksheet\u2026]</b>: it prints problems of the "
+        "Subject and Level selected, drawn as a test draws them. Choose how many (10 to "
+        "200) and whether the answer key comes with them, on a page of its own. The "
+        "<b>seed</b> at the foot of a sheet prints the very same sheet again when typed in; "
+        "left empty, a new sheet is drawn. A preview shows the pages before they are "
+        "printed or saved as a PDF file.",
         PageEnd,
     });
     return page;

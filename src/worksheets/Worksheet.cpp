@@ -65,13 +65,10 @@ Worksheet makeWorksheet(const TestBank &bank, int subject, int level,
     }
     const AnswerPositionTable positions = makeAnswerPositionTable();
     sequence.startMultipleChoice(bank);
-    const auto &items = bank.questionBank[static_cast<std::size_t>(subject)].items();
     for (int i = 0; i < settings.count; ++i) {
         MultipleChoiceProblem problem =
             sequence.nextMultipleChoice(bank, subject, level, random, positions);
-        const LevelSlots &slots = items[problem.level];
-        const auto slot = static_cast<std::size_t>(problem.question);
-        if (slot >= slots.size() || slots[slot].text.empty())
+        if (problem.text.empty())
             problem.label = circlePrompt(subject);
         sheet.questions.push_back(std::move(problem));
     }
@@ -115,7 +112,7 @@ std::string worksheetInstruction(const Worksheet &sheet)
                                 : "Circle the right answer to each question.";
 }
 
-std::string problemText(const ArithmeticProblem &problem)
+std::string sheetProblemText(const ArithmeticProblem &problem)
 {
     const auto shown = [&problem](MathBox box, std::int32_t value) {
         return problem.blank == box ? std::string(WritingLine) : std::to_string(value);

@@ -62,7 +62,7 @@ std::string worksheetInstruction(const Worksheet &sheet);
 // "7 + _____ = 12". The signs are those printed in books: the true minus sign,
 // "×" and "÷".
 constexpr std::string_view WritingLine = "_____";
-std::string problemText(const ArithmeticProblem &problem);
+std::string sheetProblemText(const ArithmeticProblem &problem);
 
 // "A".."D", the letter of a choice.
 std::string choiceLetter(int position);

@@ -200,7 +200,7 @@ void WorksheetLayout::layOutArithmetic()
     QStringList problems;
     double widest = 0;
     for (const ArithmeticProblem &sum : m_sheet.sums) {
-        problems.append(text(problemText(sum)));
+        problems.append(text(sheetProblemText(sum)));
         widest = std::max(widest, textWidth(Role::Problem, problems.back()));
     }
     const double cell = m_numberWidth + NumberGap + widest;

@@ -98,7 +98,7 @@ TEST(WorksheetPdf, AReaderKeepsEachNumberWithItsProblemAndReadsTheKeyAsNumberAnd
             QString problem;
             if (sheet.isArithmetic()) {
                 problem = number + QStringLiteral(" +") +
-                          escaped(problemText(sheet.sums[static_cast<std::size_t>(i)])) +
+                          escaped(sheetProblemText(sheet.sums[static_cast<std::size_t>(i)])) +
                           QStringLiteral("(\\s|$)");
             } else {
                 // The question, then its choices A to D in order.

@@ -65,7 +65,7 @@ TEST(Worksheet, ArithmeticFollowsTheLevelsSettingsAndTheKeyFillsTheBlank)
         std::set<MathBox> blanks;
         for (std::size_t i = 0; i < sheet.sums.size(); ++i) {
             const ArithmeticProblem &p = sheet.sums[i];
-            SCOPED_TRACE("problem " + std::to_string(i + 1) + ": " + problemText(p));
+            SCOPED_TRACE("problem " + std::to_string(i + 1) + ": " + sheetProblemText(p));
             // The operations in the level's order, over and over.
             ASSERT_EQ(p.symbol, ops[i % ops.size()]);
             const int op = p.operation;
@@ -103,7 +103,7 @@ TEST(Worksheet, ArithmeticFollowsTheLevelsSettingsAndTheKeyFillsTheBlank)
             blanks.insert(p.blank);
 
             // On paper: the writing line where the blank is, the key its number.
-            const std::vector<std::string> shown = words(problemText(p));
+            const std::vector<std::string> shown = words(sheetProblemText(p));
             ASSERT_EQ(shown.size(), 5u);
             EXPECT_EQ(shown[1], paperSign.at(p.symbol));
             EXPECT_EQ(shown[3], "=");
@@ -178,7 +178,7 @@ TEST(Worksheet, TheSeedDecidesTheSheetAsItWouldATest)
     auto texts = [](const Worksheet &sheet) {
         std::vector<std::string> all = answerKey(sheet);
         for (const ArithmeticProblem &p : sheet.sums)
-            all.push_back(problemText(p));
+            all.push_back(sheetProblemText(p));
         return all;
     };
     EXPECT_EQ(texts(first), texts(again));
