@@ -405,6 +405,8 @@ void MainScreen::openStudentsScreen()
         return;
     }
     m_ui->studentValue->setText(QString::fromStdString(m_session.records.currentStudentName));
+    // A backup restored there may have brought other subjects.
+    fillSubjectList();
     showSelections();
     m_ui->mainPanel->show();
 }
