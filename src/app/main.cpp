@@ -10,6 +10,7 @@
 #include "ui/Session.h"
 
 #include <QApplication>
+#include <QHashFunctions>
 #include <QIcon>
 
 #include <filesystem>
@@ -39,6 +40,10 @@ int runHeadless(int argc, char *argv[])
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(keepQtQuiet);
+    // Qt's hash tables order their entries by a seed drawn afresh in every
+    // process, and the PDF writer lists a file's fonts in that order: fixed,
+    // the same job writes the same bytes every time it runs.
+    QHashSeed::setDeterministicGlobalSeed();
     QGuiApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("Tavrino"));
     return runWithoutWindows(readCommandLine(QGuiApplication::arguments()), std::cout, std::cerr);

@@ -122,6 +122,7 @@ void MainScreen::connectControls()
     connect(m_ui->studentsButton, &QPushButton::clicked, this, &MainScreen::openStudentsScreen);
     connect(m_ui->testsButton, &QPushButton::clicked, this, &MainScreen::openTestsScreen);
     connect(m_ui->helpButton, &QPushButton::clicked, this, &MainScreen::showHelp);
+    connect(m_ui->worksheetButton, &QPushButton::clicked, this, &MainScreen::printWorksheet);
     connect(m_ui->exitButton, &QPushButton::clicked, this, &MainScreen::exitProgram);
     connect(m_ui->startButton, &QPushButton::clicked, this, &MainScreen::startTest);
     connect(m_ui->stopButton, &QPushButton::clicked, this, &MainScreen::stopTest);
@@ -365,15 +366,15 @@ void MainScreen::showTotals()
 
 void MainScreen::hideCommandButtons()
 {
-    for (QPushButton *button :
-         {m_ui->studentsButton, m_ui->testsButton, m_ui->helpButton, m_ui->exitButton})
+    for (QPushButton *button : {m_ui->studentsButton, m_ui->testsButton, m_ui->worksheetButton,
+                                m_ui->helpButton, m_ui->exitButton})
         button->hide();
 }
 
 void MainScreen::showCommandButtons()
 {
-    for (QPushButton *button :
-         {m_ui->studentsButton, m_ui->testsButton, m_ui->helpButton, m_ui->exitButton})
+    for (QPushButton *button : {m_ui->studentsButton, m_ui->testsButton, m_ui->worksheetButton,
+                                m_ui->helpButton, m_ui->exitButton})
         button->show();
 }
 
@@ -416,6 +417,8 @@ void MainScreen::openStudentsScreen()
         return;
     }
     m_ui->studentValue->setText(QString::fromStdString(m_session.records.currentStudentName));
+    // A backup restored there may have brought other subjects.
+    fillSubjectList();
     showSelections();
     m_ui->mainPanel->show();
 }

@@ -110,8 +110,8 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
 
     // Tab follows the screen from the top: the command buttons, the start
     // panel, whichever question is showing, and Stop. Hidden controls are skipped.
-    std::vector<QWidget *> tabChain = {studentsButton, testsButton, helpButton, exitButton,
-                                       subjectList};
+    std::vector<QWidget *> tabChain = {studentsButton, testsButton, worksheetButton,
+                                       helpButton,     exitButton,  subjectList};
     tabChain.insert(tabChain.end(), levelButtons.begin(), levelButtons.end());
     tabChain.insert(tabChain.end(), {readAloudBox, startButton, reviewButton, reviewPanel->list(),
                                      reviewPanel->practiseButton(), reviewPanel->backButton(),
@@ -140,13 +140,15 @@ QWidget *MainScreenPanels::buildButtonBar()
 {
     studentsButton = button("cmdSelectStudent", QStringLiteral("Students"));
     testsButton = button("cmdTest", QStringLiteral("Tests"));
+    worksheetButton = button("cmdWorksheet", QStringLiteral("&Worksheet\u2026"));
+    worksheetButton->setAccessibleName(QStringLiteral("Print a worksheet"));
     helpButton = button("cmdHelp", QStringLiteral("Help"));
     exitButton = button("cmdExit", QStringLiteral("E&xit"));
 
     auto *bar = new QWidget;
     auto *layout = new QHBoxLayout(bar);
     layout->setContentsMargins(0, 0, 0, 0);
-    for (QPushButton *push : {studentsButton, testsButton, helpButton}) {
+    for (QPushButton *push : {studentsButton, testsButton, worksheetButton, helpButton}) {
         push->setMinimumWidth(130);
         layout->addWidget(push);
     }

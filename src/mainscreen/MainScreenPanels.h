@@ -30,6 +30,7 @@ struct MainScreenPanels {
 
     QPushButton *studentsButton = nullptr;
     QPushButton *testsButton = nullptr;
+    QPushButton *worksheetButton = nullptr;
     QPushButton *helpButton = nullptr;
     QPushButton *exitButton = nullptr;
 
