@@ -109,6 +109,11 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "little later, until each one has been answered right. Practice never changes the "
         "<b>Last</b> or <b>High</b> score. <b>[Stop Practice]</b> ends it at any time. The "
         "review goes when a new test starts or another Student, Subject or Level is chosen.",
+        "<p>For children who cannot read yet, tick <b>Read aloud</b> before the test: each "
+        "question, in a test or in practice, is then read out as it shows (in Spelling, the "
+        "word to spell). <b>[Say it again]</b> beside the question, or <b>F2</b>, reads it "
+        "once more. Where the computer has no sound device or no voice, the box is greyed "
+        "out; rest the mouse on it to see why.",
 
         "<hr>",
         "<center><u><h3>Students</h3></u></center>",
@@ -137,6 +142,12 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "<p>After a test, click <b>[Tests]</b> to change the Subjects, the length of the "
         "tests, the Arithmetic settings or the questions. For more help, click "
         "<b>[Help]</b> on the Tests screen.",
+        "<p>To practise on paper, click <b>[Worksheet\u2026]</b>: it prints problems of the "
+        "Subject and Level selected, drawn as a test draws them. Choose how many (10 to "
+        "200) and whether the answer key comes with them, on a page of its own. The "
+        "<b>seed</b> at the foot of a sheet prints the very same sheet again when typed in; "
+        "left empty, a new sheet is drawn. A preview shows the pages before they are "
+        "printed or saved as a PDF file.",
         PageEnd,
     });
     return page;
