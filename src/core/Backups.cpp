@@ -147,6 +147,12 @@ void Backups::addSource(BackupSource source)
     m_sources.push_back({std::move(source), ownCopier, false});
 }
 
+bool Backups::keeps(DataFile file) const
+{
+    return std::any_of(m_sources.begin(), m_sources.end(),
+                       [file](const Sourced &each) { return each.source.file == file; });
+}
+
 template <typename Sources> auto &Backups::find(Sources &sources, DataFile file)
 {
     for (auto &each : sources) {
