@@ -185,10 +185,11 @@ QString studentsHelpPage()
         "Select the Student and click <b>[Delete Student]</b> (or press the <b>[Delete]</b> "
         "key in the list), then confirm with <b>[OK]</b>. The Student's scores are deleted as "
         "well, and so is the Student's history (every answer kept since the first test) when "
-        "this screen closes. A copy of the whole data folder made before the delete brings "
-        "both back, for as long as that copy is kept. The backups Tavrino makes itself (see "
-        "below) hold the Students and Tests data only: restoring one brings the Student and "
-        "the scores back, but not the history. The last remaining Student cannot be deleted.",
+        "this screen closes. Just before the delete Tavrino backs up both the Students data "
+        "and the history (see below): restoring the two copies made then brings the Student, "
+        "the scores and the history back, for as long as those copies are kept. Restoring "
+        "the Students copy alone brings the Student and the scores back without the history. "
+        "The last remaining Student cannot be deleted.",
         "<p><b><u>Progress:</u></b><br>",
         "Tavrino keeps every answer of every test. Click <b>[Progress…]</b> (Alt+P) to "
         "see the selected Student's score in each test over time, in the Subject chosen under "
@@ -232,11 +233,15 @@ QString studentsHelpPage()
         "<b>backups</b> folder inside the <b>data</b> directory: one when the program first "
         "saves each of them, and one just before every reset, every deleted Student, Subject "
         "or question and every revert to the defaults. The newest 30 copies of each are kept, "
-        "and the newest of each of the last 30 days on which one was made.",
+        "and the newest of each of the last 30 days on which one was made. The history of "
+        "answers is backed up too, just before a Student is deleted and before history that "
+        "matches no Student is given or deleted.",
         "<p>Click <b>[Backups\u2026]</b> to see them, newest first, with what each holds. Choose "
         "one and click <b>[Restore]</b> to bring that data back, for example after a reset "
         "by mistake. The data as it is now is kept as a backup first, so a restore can be "
-        "undone the same way.",
+        "undone the same way. Each is restored on its own: restoring the <b>Students</b> data "
+        "leaves the history as it is, and restoring the history leaves the Students and Tests "
+        "data as they are.",
         PageEnd,
     });
 }
