@@ -1,7 +1,7 @@
 #include "FileFloor.h"
 
+#include "UniqueFd.h"
 #include "core/ReadFile.h"
-#include "core/UniqueFd.h"
 
 #include <fcntl.h>
 #include <memory>
