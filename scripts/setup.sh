@@ -4,6 +4,8 @@
 # Debian/Ubuntu packages the build, the tests and the program use.
 TAVRINO_PACKAGES=(build-essential cmake qt6-base-dev libgtest-dev libbenchmark-dev libsqlite3-dev
                   fonts-liberation)
+# What `scripts/test.sh --windows` adds: the cross compiler and Wine to run its tests.
+TAVRINO_WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine64)
 
 tavrino_missing_packages() {
     local missing=() pkg
