@@ -46,5 +46,5 @@ for test in "$BUILD_DIR"/src/core/*_tests.exe; do
 done
 echo "History tests not run: Debian packages no SQLite for Windows."
 echo "Windows check took $(($(date +%s) - started)) s"
-echo "Windows (Wine): $passed passed, $failed failed, $skipped skipped"
+echo "Windows: $passed passed, $failed failed, $skipped skipped"
 [ "$failed" -eq 0 ]
