@@ -1,6 +1,7 @@
 #include "FileFloor.h"
 
 #include "UniqueFd.h"
+#include "core/FileSystem.h"
 #include "core/ReadFile.h"
 
 #include <fcntl.h>

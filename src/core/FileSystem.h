@@ -54,6 +54,10 @@ unsigned long currentProcessId();
 // Whether no process with this number runs on this computer any more.
 bool processHasEnded(unsigned long id);
 
+// From this size on, memory for a read asks for huge pages where the system has
+// them; below it ordinary pages are as quick and huge pages would waste memory.
+constexpr std::size_t HugePageWorthBytes = 4 * 1024 * 1024;
+
 // Zeroed memory of its own for a large read, nullptr when there is none; large
 // blocks may be backed by huge pages where the system has them.
 void *allocatePages(std::size_t bytes);

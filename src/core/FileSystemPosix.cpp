@@ -10,10 +10,6 @@
 
 namespace {
 
-// From this size on, memory for a read asks for huge pages; below it ordinary
-// pages are as quick and huge pages would waste memory.
-constexpr std::size_t HugePageWorthBytes = 4 * 1024 * 1024;
-
 int openWith(const std::filesystem::path &path, int flags, std::intptr_t &handle)
 {
     const int fd = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
