@@ -54,6 +54,12 @@ QString SilentPrompt::saveFileName(QWidget *, const QString &title, const QStrin
     return QString();
 }
 
+QString SilentPrompt::openFileName(QWidget *, const QString &title, const QString &filter)
+{
+    report("file dialog", title, filter);
+    return QString();
+}
+
 BenchData &BenchData::instance()
 {
     static BenchData data;

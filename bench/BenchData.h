@@ -22,6 +22,7 @@ public:
                   const QString &defaultText = QString()) override;
     QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
                          const QString &filter) override;
+    QString openFileName(QWidget *parent, const QString &title, const QString &filter) override;
 };
 
 class BenchData {

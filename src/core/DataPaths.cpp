@@ -7,5 +7,6 @@ DataPaths DataPaths::in(const std::filesystem::path &dataDir)
     paths.testsPath = dataDir / "Tavrino_Tests.dat";
     paths.studentsPath = dataDir / "Tavrino_Students.dat";
     paths.blankPagePath = dataDir / "blank.html";
+    paths.backupsDir = dataDir / "backups";
     return paths;
 }

@@ -1,5 +1,5 @@
-// Where the data files live: a directory named "data" holding the two files
-// and the blank help page.
+// Where the data files live: a directory named "data" holding the two files,
+// the blank help page and the folder of their backups.
 #pragma once
 
 #include <filesystem>
@@ -9,6 +9,7 @@ struct DataPaths {
     std::filesystem::path testsPath;
     std::filesystem::path studentsPath;
     std::filesystem::path blankPagePath;
+    std::filesystem::path backupsDir;
 
     // The paths inside the given data directory.
     static DataPaths in(const std::filesystem::path &dataDir);

@@ -411,6 +411,7 @@ void ArithmeticSettings::revertToDefaults()
     }
     const int row = m_grid->currentIndex().row();
     const WaitCursor wait;
+    m_session.backUpBeforeLoss({DataFile::Tests}, this);
     defaultArithmetic(m_session.bank);
     refreshGrid();
     selectRow(row);

@@ -364,6 +364,7 @@ void QuestionEditor::deleteQuestion()
                                   QStringLiteral("Are you sure you want to Delete this Question?")))
         return;
     WaitCursor wait;
+    m_session.backUpBeforeLoss({DataFile::Tests}, this);
     removeSelectedQuestion();
     fillGrid();
     selectRow(qMin(row, m_model->rowCount() - 1));
@@ -389,6 +390,7 @@ void QuestionEditor::revertToDefaults()
             QStringLiteral("Are you sure you want to Revert to the Original, Default Subject?")))
         return;
     WaitCursor wait;
+    m_session.backUpBeforeLoss({DataFile::Tests}, this);
     restoreDefaults(m_session.bank);
     m_session.bank.subjects[subject].adjacentLevels = true;
     emit reverted();

@@ -283,6 +283,8 @@ void TestsScreen::deleteSubject()
         return;
 
     WaitCursor wait;
+    // The subject's questions go from the Tests file, its results from the Students file.
+    m_session.backUpBeforeLoss({DataFile::Tests, DataFile::Students}, this);
     TestBank &bank = m_session.bank;
     // Only the names move within subjects: each adjacentLevels flag stays at its
     // index, so the subjects behind the deleted one take over their
@@ -324,6 +326,7 @@ void TestsScreen::revertAll()
         return;
 
     WaitCursor wait;
+    m_session.backUpBeforeLoss({DataFile::Tests, DataFile::Students}, this);
     buildDefaultTests(m_session.bank);
     resizeResults(m_session.records, m_session.bank.subjectMax);
     saveAndRefill();

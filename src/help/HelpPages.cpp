@@ -109,6 +109,11 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "little later, until each one has been answered right. Practice never changes the "
         "<b>Last</b> or <b>High</b> score. <b>[Stop Practice]</b> ends it at any time. The "
         "review goes when a new test starts or another Student, Subject or Level is chosen.",
+        "<p>For children who cannot read yet, tick <b>Read aloud</b> before the test: each "
+        "question, in a test or in practice, is then read out as it shows (in Spelling, the "
+        "word to spell). <b>[Say it again]</b> beside the question, or <b>F2</b>, reads it "
+        "once more. Where the computer has no sound device or no voice, the box is greyed "
+        "out; rest the mouse on it to see why.",
 
         "<hr>",
         "<center><u><h3>Students</h3></u></center>",
@@ -137,6 +142,12 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "<p>After a test, click <b>[Tests]</b> to change the Subjects, the length of the "
         "tests, the Arithmetic settings or the questions. For more help, click "
         "<b>[Help]</b> on the Tests screen.",
+        "<p>To practise on paper, click <b>[Worksheet\u2026]</b>: it prints problems of the "
+        "Subject and Level selected, drawn as a test draws them. Choose how many (10 to "
+        "200) and whether the answer key comes with them, on a page of its own. The "
+        "<b>seed</b> at the foot of a sheet prints the very same sheet again when typed in; "
+        "left empty, a new sheet is drawn. A preview shows the pages before they are "
+        "printed or saved as a PDF file.",
         PageEnd,
     });
     return page;
@@ -162,6 +173,14 @@ QString studentsHelpPage()
         "<p><b><u>Adding a New Student:</u></b><br>",
         "Click <b>[Add Student]</b>. An empty line is added at the end of the list and "
         "selected; type the new Student's name in the <b>Student</b> box.",
+        "<p><b><u>Adding a Whole Class:</u></b><br>",
+        "Click <b>[Add Class\u2026]</b> and paste the names, one per line (a column copied from "
+        "a spreadsheet will do), or click <b>[From File\u2026]</b> to read them from a text or "
+        "CSV file (from the column headed <b>Name</b> or <b>Student</b>, otherwise the first "
+        "column). Choose the Level of the new Students. The line under the names tells what "
+        "will happen: a name already on the list, or twice among the names, is added once, "
+        "unless you check <b>Also add names already on the roster</b>. Click <b>[Add]</b> to "
+        "add the Students at the end of the list.",
         "<p><b><u>Deleting a Student:</u></b><br>",
         "Select the Student and click <b>[Delete Student]</b> (or press the <b>[Delete]</b> "
         "key in the list), then confirm with <b>[OK]</b>. The Student's scores are deleted as "
@@ -191,6 +210,18 @@ QString studentsHelpPage()
         "<li><b>[Reset ALL Student Totals]</b> sets every score of every Student back to "
         "zero.</ul>",
         "<p>The Students' names and Levels are kept.",
+
+        "<hr>",
+        "<center><u><h3>Backups</h3></u></center>",
+        "<p>Tavrino keeps dated copies of the <b>Students</b> and <b>Tests</b> data in the "
+        "<b>backups</b> folder inside the <b>data</b> directory: one when the program first "
+        "saves each of them, and one just before every reset, every deleted Student, Subject "
+        "or question and every revert to the defaults. The newest 30 copies of each are kept, "
+        "and the newest of each of the last 30 days on which one was made.",
+        "<p>Click <b>[Backups\u2026]</b> to see them, newest first, with what each holds. Choose "
+        "one and click <b>[Restore]</b> to bring that data back, for example after a reset "
+        "by mistake. The data as it is now is kept as a backup first, so a restore can be "
+        "undone the same way.",
         PageEnd,
     });
 }

@@ -55,7 +55,7 @@ TEST(HelpScreen, EachScreenOpensOnItsOwnPageAndCloses)
          {"Help Topics", "Overview", "Performing a Test", "Students", "Tests"}},
         {HelpPage::Students,
          QStringLiteral("Tavrino: Students Screen Help"),
-         {"Students", "Scores"}},
+         {"Students", "Scores", "Backups"}},
         {HelpPage::Tests,
          QStringLiteral("Tavrino: Tests Screen Help"),
          {"Tests", "Subjects", "Arithmetic"}},

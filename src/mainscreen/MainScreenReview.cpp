@@ -7,6 +7,7 @@
 #include "MainScreen.h"
 
 #include "MainScreenPanels.h"
+#include "ReadAloud.h"
 #include "review/PracticePanel.h"
 #include "review/ReviewLines.h"
 #include "review/ReviewPanel.h"
@@ -132,6 +133,7 @@ void MainScreen::endPractice(bool finished)
     const QString heading =
         QString::fromStdString(finished ? m_practice->praise() : reviewHeading(m_testRecord));
     m_practice.reset();
+    m_readAloud->endTest();
     m_ui->arithmeticPanel->hide();
     m_ui->multipleChoicePanel->hide();
     m_ui->practicePanel->hide();

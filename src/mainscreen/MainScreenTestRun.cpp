@@ -5,7 +5,9 @@
 #include "MainScreen.h"
 
 #include "MainScreenPanels.h"
+#include "ReadAloud.h"
 #include "quiz/Judge.h"
+#include "speech/SpokenQuestion.h"
 #include "ui/Colours.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
@@ -138,6 +140,7 @@ void MainScreen::endTest()
     const WaitCursor wait;
     StudentRecords &records = m_session.records;
     m_ui->clock->stop();
+    m_readAloud->endTest();
     m_ui->stopButton->hide();
     m_ui->arithmeticPanel->hide();
     m_ui->multipleChoicePanel->hide();
@@ -243,6 +246,9 @@ void MainScreen::showQuestion()
         m_ui->fitAnswers();
         clearChosenAnswer();
         questionShown();
+        m_readAloud->askQuestion(m_session.records.currentSubject == SpellingSubject
+                                     ? spokenSpelling(m_multipleChoice)
+                                     : spokenChoices(m_multipleChoice));
         return;
     }
 
@@ -274,6 +280,7 @@ void MainScreen::showQuestion()
     }
     blankBox()->setFocus();
     questionShown();
+    m_readAloud->askQuestion(spokenArithmetic(m_arithmetic));
 }
 
 QLineEdit *MainScreen::blankBox() const

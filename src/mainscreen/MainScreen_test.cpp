@@ -2,6 +2,8 @@
 // use) and what it does between tests.
 #include "MainScreenFixture_test.h"
 
+#include "core/DataFileBackups.h"
+
 #include <QTimer>
 
 #include <filesystem>
@@ -104,6 +106,28 @@ TEST_F(MainScreenTest, ADamagedTestsFileIsMovedAsideUnderAFreeNameAndTheDefaults
         EXPECT_TRUE(message.contains(QString::fromStdString(part))) << message;
     EXPECT_EQ(combo("cmbSubject")->count(), 6);
     EXPECT_TRUE(shown("fraStartTest"));
+    for (const Backup &backup : session.backups.list())
+        EXPECT_NE(backup.file, DataFile::Tests) << "a damaged file kept aside is no backup";
+}
+
+TEST_F(MainScreenTest, ATestsFileRestoredOnTheStudentsScreenShowsItsSubjectsAtOnce)
+{
+    startUp();
+    // The Students screen's Backups... brought back a bank with a subject more.
+    screen->setOtherScreens({[this] {
+                                 TestBank restored;
+                                 buildDefaultTests(restored);
+                                 addSubject(restored, "Birds");
+                                 adoptBank(session.bank, std::move(restored), session.records);
+                                 session.records.currentSubject = 6;
+                                 session.records.currentSubjectName = "Birds";
+                                 return closeStudentsScreen();
+                             },
+                             [] {}, [] {}});
+    button("cmdSelectStudent")->click();
+    EXPECT_EQ(combo("cmbSubject")->count(), 7);
+    EXPECT_EQ(combo("cmbSubject")->currentText(), "Birds");
+    EXPECT_EQ(text("lblSubject"), "Birds");
 }
 
 TEST_F(MainScreenTest, SubjectAndLevelChoicesFollowTheBankAndTheOtherScreensAndAreSaved)

@@ -305,6 +305,7 @@ void ResultsPanel::resetStudentTotals()
     if (m_student < 0 || m_student >= static_cast<int>(students.size()))
         return;
     const WaitCursor wait;
+    m_session.backUpBeforeLoss({DataFile::Students}, this);
     clearResults(students[m_student]);
     emit refreshRequested();
 }
@@ -316,6 +317,7 @@ void ResultsPanel::resetAllTotals()
                                                  "Totals?")))
         return;
     const WaitCursor wait;
+    m_session.backUpBeforeLoss({DataFile::Students}, this);
     for (Student &student : m_session.records.students)
         clearResults(student);
     emit refreshRequested();

@@ -3,6 +3,7 @@
 #include "LevelButtons.h"
 #include "ResultsPanel.h"
 #include "RosterList.h"
+#include "backups/BackupsDialog.h"
 #include "core/StudentsFile.h"
 #include "help/HelpScreen.h"
 #include "ui/FileText.h"
@@ -74,6 +75,7 @@ StudentsScreen::StudentsScreen(Session &session, QWidget *parent)
         HelpScreen help(HelpPage::Students, paths, owner);
         help.exec();
     };
+    m_showBackups = [](BackupsDialog &dialog) { dialog.exec(); };
 
     // Built in the order Tab should visit them: the roster, the selected
     // student, the results, then Help and Close.
@@ -115,9 +117,20 @@ QWidget *StudentsScreen::buildRoster(QWidget *parent)
     connect(m_addButton, &QPushButton::clicked, this, &StudentsScreen::addStudent);
     connect(m_deleteButton, &QPushButton::clicked, this, &StudentsScreen::deleteStudent);
 
+    // Beside Add Student, and next after it for Tab. Add Class starts from this
+    // button alone, so hiding the button takes the whole feature away.
+    m_addClassButton =
+        button(QStringLiteral("cmdAddClass"), QStringLiteral("Add &Class\u2026"), roster);
+    m_addClassButton->setAccessibleName(QStringLiteral("Add Class"));
+    setTabOrder(m_addButton, m_addClassButton);
+    connect(m_addClassButton, &QPushButton::clicked, this, &StudentsScreen::addClass);
+    auto *addButtons = new QHBoxLayout;
+    addButtons->addWidget(m_addButton, 1);
+    addButtons->addWidget(m_addClassButton, 1);
+
     layout->addWidget(caption(QStringLiteral("Select a Student"), roster));
     layout->addWidget(m_studentList, 1);
-    layout->addWidget(m_addButton);
+    layout->addLayout(addButtons);
     layout->addWidget(m_deleteButton);
     return roster;
 }
@@ -188,17 +201,24 @@ QWidget *StudentsScreen::buildFooter(QWidget *parent)
         QStringLiteral("Every student's results saved as a CSV file for spreadsheets"));
     connect(m_reportButton, &QPushButton::clicked, this, &StudentsScreen::showReport);
     connect(m_exportButton, &QPushButton::clicked, this, &StudentsScreen::exportResults);
+    // A button of its own, so that a classroom setting can hide it.
+    m_backupsButton =
+        button(QStringLiteral("cmdBackups"), QStringLiteral("&Backups\u2026"), footer);
+    m_backupsButton->setAccessibleName(QStringLiteral("Backups"));
     m_helpButton = button(QStringLiteral("cmdHelp"), QStringLiteral("Help"), footer);
     m_closeButton = button(QStringLiteral("cmdClose"), QStringLiteral("Close"), footer);
     m_closeButton->setDefault(true);
-    for (QPushButton *pushButton : {m_reportButton, m_exportButton, m_helpButton, m_closeButton})
+    for (QPushButton *pushButton :
+         {m_reportButton, m_exportButton, m_backupsButton, m_helpButton, m_closeButton})
         pushButton->setMinimumWidth(100);
+    connect(m_backupsButton, &QPushButton::clicked, this, &StudentsScreen::openBackups);
     connect(m_helpButton, &QPushButton::clicked, this, &StudentsScreen::showHelp);
     connect(m_closeButton, &QPushButton::clicked, this, &StudentsScreen::closeScreen);
 
     layout->addWidget(notes, 1);
     layout->addWidget(m_reportButton);
     layout->addWidget(m_exportButton);
+    layout->addWidget(m_backupsButton);
     layout->addWidget(m_helpButton);
     layout->addWidget(m_closeButton);
     return footer;
@@ -385,6 +405,7 @@ void StudentsScreen::deleteStudent()
     const int student = selectedStudent();
     if (student < 0)
         return;
+    m_session.backUpBeforeLoss({DataFile::Students}, this);
     {
         const BusyScope busy(m_busy);
         std::unique_ptr<QListWidgetItem> line(m_studentList->takeItem(student));

@@ -8,11 +8,13 @@
 
 #include <functional>
 
+class BackupsDialog;
 class QComboBox;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
 class QScrollArea;
+class AddClassDialog;
 class LevelButtons;
 class ResultsPanel;
 struct ClassReport;
@@ -36,6 +38,13 @@ public:
     void setHelpOpener(HelpOpener openHelp);
     // Shows the class report; tests replace the print preview so that nothing blocks.
     void setReportPreviewer(ReportPreviewer previewer);
+    // Runs the Add Class dialog in place of showing it; true for Add. Tests set
+    // it to fill the dialog in and answer without blocking.
+    using AddClassRunner = std::function<bool(AddClassDialog &dialog)>;
+    void setAddClassRunner(AddClassRunner runAddClass);
+    // Shows the Backups dialog; the default runs it modally, tests drive it instead.
+    using BackupsShower = std::function<void(BackupsDialog &dialog)>;
+    void setBackupsShower(BackupsShower showBackups);
 
     // What the user does on the screen; public so that tests can drive it.
     // Shows the student selected in the list: name, level and results.
@@ -45,6 +54,8 @@ public:
     // The name box was edited: the selected student takes the new name.
     void renameStudent();
     void addStudent();
+    // Adds the students of a pasted or read class list at the end of the roster.
+    void addClass();
     // Asks first; the last student is never deleted.
     void deleteStudent();
     void chooseLevel(int level);
@@ -56,6 +67,8 @@ public:
     static constexpr int MaxPreviewPages = 100;
     // Asks for a file and writes every student's results to it as CSV.
     void exportResults();
+    // The Backups dialog; a restored file shows on the screen at once.
+    void openBackups();
     void closeScreen();
     // The close step, run on every way of closing: the selected student becomes
     // the current one and the roster is saved.
@@ -84,6 +97,8 @@ private:
     Session &m_session;
     HelpOpener m_openHelp;
     ReportPreviewer m_previewReport = previewClassReport;
+    AddClassRunner m_runAddClass;
+    BackupsShower m_showBackups;
     bool m_busy = false;   // the screen is filling its own controls
     bool m_loaded = false; // the roster was read, so closing may save it
 
@@ -93,9 +108,11 @@ private:
     LevelButtons *m_levels = nullptr;
     QComboBox *m_subjectList = nullptr;
     QPushButton *m_addButton = nullptr;
+    QPushButton *m_addClassButton = nullptr;
     QPushButton *m_deleteButton = nullptr;
     QPushButton *m_reportButton = nullptr;
     QPushButton *m_exportButton = nullptr;
+    QPushButton *m_backupsButton = nullptr;
     QPushButton *m_helpButton = nullptr;
     QPushButton *m_closeButton = nullptr;
     ResultsPanel *m_results = nullptr;

@@ -188,10 +188,11 @@ TEST_F(StudentsScreenTest, GridShowsOneStudentOrOneSubjectAndResetsClearOnlyThei
     auto *list = child<QListWidget>(*screen, "List1");
     EXPECT_EQ(screen->focusWidget(), list) << "the arrow keys choose a student at once";
     EXPECT_EQ(tabStops(*screen),
-              std::vector<std::string>({"List1", "cmdAddStudent", "cmdDelete", "txtStudent",
-                                        "optLevel0", "cmbSubject", "optByStudent", "Grid1",
-                                        "cmdResetTotals_Student", "cmdResetTotals_All", "cmdReport",
-                                        "cmdExport", "cmdHelp", "cmdClose"}));
+              std::vector<std::string>({"List1", "cmdAddStudent", "cmdAddClass", "cmdDelete",
+                                        "txtStudent", "optLevel0", "cmbSubject", "optByStudent",
+                                        "Grid1", "cmdResetTotals_Student", "cmdResetTotals_All",
+                                        "cmdReport", "cmdExport", "cmdBackups", "cmdHelp",
+                                        "cmdClose"}));
     QTest::keyClick(list, Qt::Key_Down);
     EXPECT_EQ(child<QLineEdit>(*screen, "txtStudent")->text(), QStringLiteral("C"));
     list->setCurrentRow(1);

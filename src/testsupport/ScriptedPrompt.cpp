@@ -36,3 +36,13 @@ QString ScriptedPrompt::saveFileName(QWidget *, const QString &title, const QStr
     m_saveFiles.pop_front();
     return answer;
 }
+
+QString ScriptedPrompt::openFileName(QWidget *, const QString &title, const QString &)
+{
+    m_shown.push_back({Shown::Kind::OpenFile, title, QString(), QString()});
+    if (m_openFiles.empty())
+        return QString();
+    QString answer = m_openFiles.front();
+    m_openFiles.pop_front();
+    return answer;
+}

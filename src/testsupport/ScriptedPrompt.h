@@ -13,7 +13,7 @@
 class ScriptedPrompt : public Prompt {
 public:
     struct Shown {
-        enum class Kind { Stop, Confirm, Input, SaveFile } kind;
+        enum class Kind { Stop, Confirm, Input, SaveFile, OpenFile } kind;
         QString title;
         QString text;
         QString defaultText; // of an input box; the suggested path of a file dialog
@@ -25,6 +25,7 @@ public:
     void answerConfirm(bool ok) { m_confirms.push_back(ok); }
     void answerInput(const QString &text) { m_inputs.push_back(text); }
     void answerSaveFile(const QString &path) { m_saveFiles.push_back(path); }
+    void answerOpenFile(const QString &path) { m_openFiles.push_back(path); }
 
     const std::vector<Shown> &shown() const { return m_shown; }
     const Shown *last() const { return m_shown.empty() ? nullptr : &m_shown.back(); }
@@ -36,10 +37,12 @@ public:
                   const QString &defaultText = QString()) override;
     QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
                          const QString &filter) override;
+    QString openFileName(QWidget *parent, const QString &title, const QString &filter) override;
 
 private:
     std::deque<bool> m_confirms;
     std::deque<QString> m_inputs;
     std::deque<QString> m_saveFiles;
+    std::deque<QString> m_openFiles;
     std::vector<Shown> m_shown;
 };

@@ -41,3 +41,8 @@ QString DialogPrompt::saveFileName(QWidget *parent, const QString &title,
 {
     return QFileDialog::getSaveFileName(parent, title, suggestedPath, filter);
 }
+
+QString DialogPrompt::openFileName(QWidget *parent, const QString &title, const QString &filter)
+{
+    return QFileDialog::getOpenFileName(parent, title, QString(), filter);
+}

@@ -1,5 +1,6 @@
 // The one way screens talk to the user in dialogs: message boxes, confirmations,
-// input boxes and the choice of a file to save. Tests replace it with scripted answers.
+// input boxes and the choice of a file to save or to read. Tests replace it with
+// scripted answers.
 #pragma once
 
 #include <QString>
@@ -21,6 +22,9 @@ public:
     // a file; the chosen path, or an empty text when the user cancels.
     virtual QString saveFileName(QWidget *parent, const QString &title,
                                  const QString &suggestedPath, const QString &filter) = 0;
+    // A file dialog for reading an existing file; the chosen path, or an empty
+    // text when the user cancels.
+    virtual QString openFileName(QWidget *parent, const QString &title, const QString &filter) = 0;
 };
 
 // The real dialogs. Line breaks in texts are single carriage returns, shown as new lines.
@@ -32,4 +36,5 @@ public:
                   const QString &defaultText = QString()) override;
     QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
                          const QString &filter) override;
+    QString openFileName(QWidget *parent, const QString &title, const QString &filter) override;
 };

@@ -1,22 +1,24 @@
 // Everything the screens share while the program runs: the test bank, the
-// roster, where the files live and the way to ask the user.
+// roster, where the files live, their backups and the way to ask the user.
 // Saving goes through here so that every failure reaches the user the same way.
 #pragma once
 
+#include "core/Backups.h"
 #include "core/DataPaths.h"
 #include "core/Students.h"
 #include "core/TestBank.h"
 
+#include <initializer_list>
 #include <utility>
 
+class HistoryClock;
 class Prompt;
 class QWidget;
 
 struct Session {
-    Session(DataPaths dataPaths, Prompt &userPrompt)
-        : paths(std::move(dataPaths)), prompt(userPrompt)
-    {
-    }
+    // The clock dates the backups; without one, the computer's is used.
+    Session(DataPaths dataPaths, Prompt &userPrompt);
+    Session(DataPaths dataPaths, Prompt &userPrompt, HistoryClock &clock);
 
     TestBank bank;
     StudentRecords records;
@@ -25,9 +27,25 @@ struct Session {
     // Set at start-up when the Tests file stayed where it was without being
     // used (it could not be read, or not be moved aside): no save replaces it.
     bool keepTestsFile = false;
+    // Dated copies of the two files, in the backups folder of the data folder.
+    Backups backups;
+    // A failed backup was told and none has worked since: the next is not told.
+    bool backupFailureTold = false;
 
     // Write a file; on failure the user is told which file and why, the data in
     // memory is kept and the previous file stays as it was. True when saved.
+    // The first save of each file in a run is preceded by a backup of it.
     bool saveTests(QWidget *parent);
     bool saveStudents(QWidget *parent);
+
+    // Before an action that wipes or removes results, students, subjects or
+    // questions, once the user has confirmed it: a copy of each file as last
+    // saved. A failed copy is told (once) and the action goes on.
+    void backUpBeforeLoss(std::initializer_list<DataFile> files, QWidget *parent);
+
+    // Puts a backup in its file's place, after a backup of the file as it is
+    // now, and the bank or roster in memory becomes the restored one. Asks
+    // nothing. On failure the user is told why, and files and memory stay as
+    // they were. True when restored.
+    bool restoreBackup(const Backup &backup, QWidget *parent);
 };
