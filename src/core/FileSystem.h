@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <system_error>
 
 // Errors are errno values (ENOENT, EACCES, ENOSPC…) on every system, so that
 // callers and the messages they make are the same everywhere; EBUSY stands for
@@ -22,7 +23,8 @@ public:
     NativeFile(const NativeFile &) = delete;
     NativeFile &operator=(const NativeFile &) = delete;
 
-    // Each returns 0 or the error.
+    // Each returns 0 or the error. A pipe opens for reading without waiting
+    // for a writer; isOrdinaryFile() tells it from a file.
     int openForReading(const std::filesystem::path &path);
     // Fails with EEXIST when path exists already.
     int createNew(const std::filesystem::path &path);
@@ -35,6 +37,9 @@ public:
     int flush();
     // Closing may report a failure of its own; closing a closed file does nothing.
     int close();
+
+    // Whether the open file is an ordinary file, not a folder, a pipe or a device.
+    bool isOrdinaryFile() const;
 
     bool isOpen() const { return m_handle != Closed; }
 
@@ -65,3 +70,6 @@ void freePages(void *memory, std::size_t bytes);
 
 // The words for an error, worded alike on every system ("Permission denied").
 std::string systemErrorText(int error);
+// The same words for an error that std::filesystem reports, which on Windows
+// may carry the system's own code rather than an errno value.
+std::string systemErrorText(const std::error_code &error);

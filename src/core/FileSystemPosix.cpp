@@ -30,7 +30,9 @@ NativeFile::~NativeFile()
 int NativeFile::openForReading(const std::filesystem::path &path)
 {
     close();
-    return openWith(path, O_RDONLY, m_handle);
+    // Not blocking, which changes nothing for a file but keeps a pipe without
+    // a writer from hanging the open.
+    return openWith(path, O_RDONLY | O_NONBLOCK, m_handle);
 }
 
 int NativeFile::createNew(const std::filesystem::path &path)
@@ -47,6 +49,12 @@ int NativeFile::size(std::uint64_t &bytes) const
     }
     bytes = status.st_size > 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
     return 0;
+}
+
+bool NativeFile::isOrdinaryFile() const
+{
+    struct stat status {};
+    return ::fstat(static_cast<int>(m_handle), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 int NativeFile::read(char *into, std::size_t capacity, std::size_t &got)
@@ -147,4 +155,10 @@ void freePages(void *memory, std::size_t bytes)
 std::string systemErrorText(int error)
 {
     return std::strerror(error);
+}
+
+std::string systemErrorText(const std::error_code &error)
+{
+    // Here the system's codes are errno values, whichever category holds them.
+    return systemErrorText(error.value());
 }

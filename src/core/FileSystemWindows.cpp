@@ -156,6 +156,12 @@ int NativeFile::size(std::uint64_t &bytes) const
     return 0;
 }
 
+bool NativeFile::isOrdinaryFile() const
+{
+    // A folder cannot be opened as a file here, so a disk file is an ordinary one.
+    return ::GetFileType(handleOf(m_handle)) == FILE_TYPE_DISK;
+}
+
 int NativeFile::read(char *into, std::size_t capacity, std::size_t &got)
 {
     DWORD count = 0;
@@ -287,4 +293,12 @@ std::string systemErrorText(int error)
     default:
         return error < 0 ? windowsText(static_cast<DWORD>(-error)) : std::strerror(error);
     }
+}
+
+std::string systemErrorText(const std::error_code &error)
+{
+    if (error.category() == std::system_category()) {
+        return systemErrorText(errorFromWindows(static_cast<unsigned long>(error.value())));
+    }
+    return systemErrorText(error.value());
 }
