@@ -37,8 +37,11 @@ for test in "$BUILD_DIR"/src/core/*_tests.exe; do
     p=$(count PASSED) s=$(count SKIPPED) f=$(count FAILED)
     passed=$((passed + ${p:-0})) skipped=$((skipped + ${s:-0})) failed=$((failed + ${f:-0}))
     echo "$(basename "$test"): ${p:-0} passed, ${f:-0} failed, ${s:-0} skipped"
-    # Each skipped test with its reason, the line gtest prints before it.
-    grep -B1 '^\[  SKIPPED \] [A-Za-z]' "$log" | grep -v '^\[\|^--' | sed 's/^/    skipped: /' || true
+    # Each skipped test with its reason, which gtest prints after "Skipped".
+    # Wine's console ends lines with a carriage return.
+    tr -d '\r' <"$log" | awk '/: Skipped$/ {
+        getline reason; getline name; sub(/^\[  SKIPPED \] /, "", name); sub(/ \(.*/, "", name)
+        print "    skipped " name ": " reason }'
     if [ "$status" -ne 0 ] || [ -z "$p" ]; then
         cat "$log"
         [ "${f:-0}" -gt 0 ] || failed=$((failed + 1))
