@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Cross-builds the Qt-free core and its tests for 64-bit Windows with MinGW-w64,
-# runs them under Wine and prints their count. The program's resource file is
-# compiled with the cross windres as well. Run by `scripts/test.sh --windows`.
+# Cross-builds the Qt-free core, the class lists and their tests for 64-bit
+# Windows with MinGW-w64, runs them under Wine and prints their count. The
+# program's resource file is compiled with the cross windres as well.
+# Run by `scripts/test.sh --windows`.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/setup.sh
@@ -29,7 +30,7 @@ export WINEPREFIX WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" DISPLAY=
 trap 'wineserver=$(dirname "$wine")/wineserver; [ -x "$wineserver" ] && "$wineserver" -k 2>/dev/null; rm -rf "$WINEPREFIX"' EXIT
 
 passed=0 failed=0 skipped=0
-for test in "$BUILD_DIR"/src/core/*_tests.exe; do
+for test in "$BUILD_DIR"/src/*/*_tests.exe; do
     log="$BUILD_DIR/$(basename "$test" .exe).log"
     status=0
     "$wine" "$test" --gtest_color=no >"$log" 2>&1 || status=$?

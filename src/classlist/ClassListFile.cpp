@@ -5,6 +5,7 @@
 #include "core/FileSystem.h"
 #include "core/Students.h"
 
+#include <cerrno>
 #include <cstdint>
 
 namespace {
@@ -164,12 +165,13 @@ ClassList readClassListFile(const std::filesystem::path &path)
     const auto unreadable = [&fileName](int error) {
         return refused(fileName, "could not be read: " + systemErrorText(error) + ".");
     };
+    constexpr const char *NotNames = "is not a file of names.";
     NativeFile file;
     if (const int error = file.openForReading(path)) {
-        return unreadable(error);
+        return error == EISDIR ? refused(fileName, NotNames) : unreadable(error);
     }
     if (!file.isOrdinaryFile()) {
-        return refused(fileName, "is not a file of names.");
+        return refused(fileName, NotNames);
     }
     std::uint64_t size = 0;
     if (const int error = file.size(size)) {

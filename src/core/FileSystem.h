@@ -24,7 +24,8 @@ public:
     NativeFile &operator=(const NativeFile &) = delete;
 
     // Each returns 0 or the error. A pipe opens for reading without waiting
-    // for a writer; isOrdinaryFile() tells it from a file.
+    // for a writer; isOrdinaryFile() tells it from a file. A folder may open,
+    // or fail with EISDIR.
     int openForReading(const std::filesystem::path &path);
     // Fails with EEXIST when path exists already.
     int createNew(const std::filesystem::path &path);

@@ -136,8 +136,17 @@ int NativeFile::openForReading(const std::filesystem::path &path)
     close();
     // Others may go on reading, writing and replacing it: a save by another
     // copy of the program must not fail because this one is reading.
-    return openWith(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                    OPEN_EXISTING, m_handle);
+    const int error =
+        openWith(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                 OPEN_EXISTING, m_handle);
+    // Windows refuses to open a folder as a file with a mere "access denied".
+    if (error == EACCES) {
+        const DWORD attributes = ::GetFileAttributesW(path.c_str());
+        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) {
+            return EISDIR;
+        }
+    }
+    return error;
 }
 
 int NativeFile::createNew(const std::filesystem::path &path)
@@ -280,6 +289,8 @@ std::string systemErrorText(int error)
         return "No space left on device";
     case EEXIST:
         return "File exists";
+    case EISDIR:
+        return "Is a directory";
     case ENOMEM:
         return "Cannot allocate memory";
     case ENAMETOOLONG:
