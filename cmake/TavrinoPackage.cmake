@@ -47,8 +47,10 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # dpkg-shlibdeps finds the libraries the program links; what it loads by other
 # means is named here: the fonts whose metrics match the Arial the screens are
 # laid out in. The X11 platform plugin comes with libqt6gui6, which the program
-# links.
+# links. Dialogs and help pages use the desktop's sans-serif font, DejaVu Sans
+# on Debian: without it fontconfig falls back to Liberation Mono.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core")
 
 include(CPack)

@@ -10,6 +10,8 @@ source scripts/setup.sh
 tavrino_install dpkg-dev file
 
 BUILD_DIR=build-package
+# Every hardening feature Debian offers, immediate binding included.
+export DEB_BUILD_MAINT_OPTIONS=hardening=+all
 CMAKE_ARGS=(-DCMAKE_BUILD_TYPE=Release -DTAVRINO_PACKAGE=ON -DTAVRINO_TESTS=OFF -DTAVRINO_BENCH=OFF
             "-DCMAKE_CXX_FLAGS=$(dpkg-buildflags --get CPPFLAGS) $(dpkg-buildflags --get CXXFLAGS)"
             "-DCMAKE_EXE_LINKER_FLAGS=$(dpkg-buildflags --get LDFLAGS)")
