@@ -5,6 +5,7 @@
 # the metainfo, the desktop entry and the manual page also pass their checks.
 # Run with cmake -DPROGRAM=... -DVERSION=... -DMANPAGE=... -DMETAINFO=...
 #                -DDESKTOP=... -DCHANGELOG=... -P InstalledFiles_test.cmake
+cmake_minimum_required(VERSION 3.21)
 set(failures "")
 macro(fail message)
     string(APPEND failures "  ${message}\n")
@@ -39,7 +40,7 @@ string(REGEX REPLACE "(.)\n\\.SH .*" "\\1" options "${options}")
 string(REGEX MATCHALL "\n\\.TP\n[^\n]*" tags "${options}")
 set(manOptions "")
 foreach(tag IN LISTS tags)
-    string(REGEX MATCH "\\\\-\\\\-[a-z][a-z-\\\\]*" long "${tag}")
+    string(REGEX MATCH "\\\\-\\\\-[a-z]([a-z]|\\\\-)*" long "${tag}")
     string(REPLACE "\\-" "-" long "${long}")
     string(REGEX REPLACE "^--" "" long "${long}")
     if(long)
