@@ -4,6 +4,8 @@ include(GNUInstallDirs)
 
 set(docdir ${CMAKE_INSTALL_DATADIR}/doc/tavrino)
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/copyright DESTINATION ${docdir})
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/lintian-overrides
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME tavrino)
 
 # Debian wants the changelog compressed without a name or time stamp in it, so
 # that the same sources give the same package.
