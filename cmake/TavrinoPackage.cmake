@@ -34,9 +34,11 @@ score for each subject and level.
 
 Arithmetic questions are generated for each level; Spelling, Geography,
 History, Music, Science and any subject a teacher adds are multiple choice.
-After a test the child reviews every question and practises the missed ones
-without a clock. A teacher keeps the roster, edits the tests, prints a class
-report and exports the results for spreadsheets, also from the command line.
+Questions can be read aloud for children who cannot read them yet. After a
+test the child reviews every question and practises the missed ones without a
+clock. A teacher keeps the roster, edits the tests, prints a class report and
+worksheets and exports the results for spreadsheets, also from the command
+line.
 
 Each user's data is kept in ~/.local/share/Tavrino/data.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
@@ -46,13 +48,14 @@ set(CPACK_DEBIAN_PACKAGE_SECTION education)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${TAVRINO_WEBSITE})
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-# dpkg-shlibdeps finds the libraries the program links; what it loads by other
+# dpkg-shlibdeps finds the libraries the programs link; what they load by other
 # means is named here: the fonts whose metrics match the Arial the screens are
-# laid out in. The X11 platform plugin comes with libqt6gui6, which the program
-# links. Dialogs and help pages use the desktop's sans-serif font, DejaVu Sans
+# laid out in, and the offline voice tavrino-voice speaks with. The X11 platform
+# plugin comes with libqt6gui6 and the sound plugins with libqt6multimedia6,
+# which the programs link. Dialogs and help pages use the desktop's sans-serif font, DejaVu Sans
 # on Debian: without it fontconfig falls back to Liberation Mono.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, qt6-speech-flite-plugin")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core")
 
 include(CPack)

@@ -15,7 +15,7 @@ dpkg-deb --contents "$deb"
 
 [ "$(dpkg-deb --field "$deb" Section)" = education ] || fail "the section is not education"
 depends="$(dpkg-deb --field "$deb" Depends)"
-for needed in libqt6widgets6 libqt6gui6 fonts-liberation; do
+for needed in libqt6widgets6 libqt6gui6 libqt6texttospeech6 qt6-speech-flite-plugin fonts-liberation; do
     grep -q "$needed" <<<"$depends" || fail "Depends lacks $needed: $depends"
 done
 
@@ -23,8 +23,9 @@ root="$(mktemp -d)"
 trap 'rm -rf "$root"' EXIT
 dpkg-deb --extract "$deb" "$root"
 metainfo=usr/share/metainfo/org.tavrino.Tavrino.metainfo.xml
-for file in usr/bin/tavrino usr/share/applications/tavrino.desktop "$metainfo" \
-            usr/share/man/man1/tavrino.1.gz usr/share/doc/tavrino/copyright \
+for file in usr/bin/tavrino usr/bin/tavrino-voice usr/share/applications/tavrino.desktop \
+            "$metainfo" usr/share/man/man1/tavrino.1.gz usr/share/man/man1/tavrino-voice.1.gz \
+            usr/share/doc/tavrino/copyright \
             usr/share/doc/tavrino/changelog.gz usr/share/icons/hicolor/scalable/apps/tavrino.svg \
             usr/share/icons/hicolor/48x48/apps/tavrino.png; do
     [ -f "$root/$file" ] || fail "$file is missing"
