@@ -8,6 +8,8 @@
 TAVRINO_PACKAGES=(build-essential cmake qt6-base-dev qt6-charts-dev libgtest-dev libbenchmark-dev libsqlite3-dev
                   fonts-liberation qt6-speech-dev qt6-speech-flite-plugin qt6-multimedia-dev
                   qt6-declarative-dev)
+# What `scripts/test.sh --windows` adds: the cross compiler and Wine to run its tests.
+TAVRINO_WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine64)
 
 tavrino_missing_packages() {
     local missing=() pkg

@@ -175,17 +175,20 @@ std::optional<QString> usageProblem(const QCommandLineParser &parser, bool parse
 // The folder the windows would use, found without creating or probing anything:
 // the one beside the program when it may be written to (or may be made), else
 // the user's own; but when the user's holds neither file and the class's files
-// were left beside the program, those, which start-up would bring over.
+// were left beside the program, those, which start-up would bring over. A
+// packaged program only ever uses the user's own.
 std::filesystem::path dataDirForJobs()
 {
+    const QDir user(QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
+                        .filePath(QStringLiteral("data")));
+    if (!mayKeepDataBesideProgram())
+        return user.filesystemPath();
     const QString programDir = QCoreApplication::applicationDirPath();
     const QFileInfo portable(portableDataDir());
     const bool portableUsable = portable.exists() ? portable.isDir() && portable.isWritable()
                                                   : QFileInfo(programDir).isWritable();
     if (portableUsable)
         return QDir(portable.filePath()).filesystemPath();
-    const QDir user(QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
-                        .filePath(QStringLiteral("data")));
     const DataPaths userPaths = DataPaths::in(user.filesystemPath());
     std::error_code ec;
     const bool userHasClass = std::filesystem::exists(userPaths.testsPath, ec) ||
