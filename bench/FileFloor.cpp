@@ -1,7 +1,8 @@
 #include "FileFloor.h"
 
+#include "UniqueFd.h"
+#include "core/FileSystem.h"
 #include "core/ReadFile.h"
-#include "core/UniqueFd.h"
 
 #include <fcntl.h>
 #include <memory>

@@ -27,6 +27,7 @@ namespace {
 
 constexpr double CsvGoalMs = 1000;
 constexpr double ReportGoalMs = 10000;
+constexpr double WorksheetGoalMs = 1000;
 constexpr double ExtraMemoryMB = 100;
 
 struct JobRun {
@@ -112,14 +113,16 @@ const std::vector<Sample> &startUpPeaks()
 }
 
 void measureJob(benchmark::State &state, const char *option, const char *file,
-                const std::string &name, double goalMs, const std::string &prefix)
+                const std::string &name, double goalMs, const std::string &prefix,
+                const std::vector<std::string> &settings = {})
 {
     const DataPaths &paths = BenchData::instance().paths();
     const std::filesystem::path out =
         std::filesystem::temp_directory_path() / ("tavrino-bench-jobs-" + std::to_string(::getpid()));
     std::filesystem::create_directories(out);
-    const std::vector<std::string> command = {TAVRINO_PROGRAM, "--data-dir", paths.dataDir.string(),
-                                              option, (out / file).string()};
+    std::vector<std::string> command = {TAVRINO_PROGRAM, "--data-dir", paths.dataDir.string(),
+                                        option, (out / file).string()};
+    command.insert(command.end(), settings.begin(), settings.end());
     const std::vector<Sample> &floorPeaks = startUpPeaks();
     runMeasured(command); // from a warm page cache, as the start-up probe was
 
@@ -141,8 +144,8 @@ void measureJob(benchmark::State &state, const char *option, const char *file,
     std::vector<double> floorValues;
     for (const Sample &peak : floorPeaks)
         floorValues.push_back(peak.value);
-    reportUnder(state, name + ", 1000 students x 50 subjects", times, goalMs, {}, "ms",
-                prefix + "time_");
+    reportUnder(state, name + (settings.empty() ? ", 1000 students x 50 subjects" : ""), times,
+                goalMs, {}, "ms", prefix + "time_");
     reportUnder(state, "Peak memory, " + name + " (floor: start-up)", peaks,
                 median(floorValues) + ExtraMemoryMB, floorPeaks, "MB", prefix + "memory_");
 }
@@ -157,7 +160,17 @@ void BM_ReportPdfJob(benchmark::State &state)
     measureJob(state, "--report-pdf", "class.pdf", "PDF report job", ReportGoalMs, "pdf_");
 }
 
+// Reads the large Tests file for Spelling, 1,000 questions a level; the class is
+// not read.
+void BM_WorksheetJob(benchmark::State &state)
+{
+    measureJob(state, "--worksheet", "sheet.pdf",
+               "Worksheet job, 200 problems with key, large bank", WorksheetGoalMs, "sheet_",
+               {"--subject", "Spelling", "--level", "6", "--count", "200", "--seed", "1"});
+}
+
 } // namespace
 
 BENCHMARK(BM_ExportCsvJob)->UseManualTime()->Iterations(7)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReportPdfJob)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WorksheetJob)->UseManualTime()->Iterations(7)->Unit(benchmark::kMillisecond);

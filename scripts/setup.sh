@@ -1,9 +1,15 @@
 # Shared by run.sh and test.sh: install what the build needs when it is missing,
 # then configure and build. Source it; it expects BUILD_DIR and CMAKE_ARGS.
 
-# Debian/Ubuntu packages the build, the tests and the program use.
+# Debian/Ubuntu packages the build, the tests and the program use. Reading
+# aloud needs Qt's text to speech with the offline flite voice, and Qt
+# Multimedia to find the sound device; Qt's text-to-speech CMake files also
+# ask for the QML headers, which its package does not pull in.
 TAVRINO_PACKAGES=(build-essential cmake qt6-base-dev qt6-charts-dev libgtest-dev libbenchmark-dev libsqlite3-dev
-                  fonts-liberation)
+                  fonts-liberation qt6-speech-dev qt6-speech-flite-plugin qt6-multimedia-dev
+                  qt6-declarative-dev)
+# What `scripts/test.sh --windows` adds: the cross compiler and Wine to run its tests.
+TAVRINO_WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine64)
 
 tavrino_missing_packages() {
     local missing=() pkg

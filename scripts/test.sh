@@ -2,8 +2,13 @@
 # Installs what is missing, builds Tavrino and runs every test.
 #   scripts/test.sh             the normal build, in build/
 #   scripts/test.sh --sanitize  with AddressSanitizer and UndefinedBehaviorSanitizer, in build-sanitize/
+#   scripts/test.sh --windows   the core and its tests cross-built for Windows and run under Wine,
+#                               in build-windows/
 set -euo pipefail
 cd "$(dirname "$0")/.."
+if [ "${1:-}" = "--windows" ]; then
+    exec scripts/test-windows.sh
+fi
 source scripts/setup.sh
 
 BUILD_DIR=build

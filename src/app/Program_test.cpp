@@ -23,7 +23,7 @@ struct ProgramRun {
 ProgramRun runTavrino(const QStringList &arguments)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_HASH_SEED"})
         environment.remove(QString::fromLatin1(name));
     QProcess process;
     process.setProcessEnvironment(environment);
@@ -81,4 +81,23 @@ TEST(Program, RunsItsJobsWithoutADisplay)
     EXPECT_EQ(damaged.err.count('\n'), 1) << damaged.err.toStdString();
     EXPECT_TRUE(damaged.err.contains("Tavrino_Students.dat")) << damaged.err.toStdString();
     EXPECT_TRUE(damaged.out.isEmpty());
+}
+
+TEST(Program, WritesTheSameWorksheetBytesEveryTimeItRuns)
+{
+    // Each run is a process of its own, with whatever Qt draws afresh per process.
+    TempDataDir dir;
+    const QString data = QString::fromStdString(dir.path().string());
+    const auto sheet = [&data](const char *seed) {
+        return runTavrino(
+            {QStringLiteral("--data-dir"), data, QStringLiteral("--worksheet"), QStringLiteral("-"),
+             QStringLiteral("--subject"), QStringLiteral("Spelling"), QStringLiteral("--level"),
+             QStringLiteral("4"), QStringLiteral("--seed"), QString::fromLatin1(seed)});
+    };
+    const ProgramRun first = sheet("9");
+    ASSERT_EQ(first.status, 0) << first.err.toStdString();
+    ASSERT_TRUE(first.out.startsWith("%PDF"));
+    for (int run = 0; run < 3; ++run)
+        EXPECT_EQ(sheet("9").out, first.out) << "run " << run;
+    EXPECT_NE(sheet("10").out, first.out);
 }

@@ -4,11 +4,13 @@
 #include "core/DataPaths.h"
 #include "mainscreen/MainScreen.h"
 #include "quiz/Random.h"
+#include "speech/VoiceProcess.h"
 #include "ui/DataLocation.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 
 #include <QApplication>
+#include <QHashFunctions>
 #include <QIcon>
 
 #include <filesystem>
@@ -38,6 +40,10 @@ int runHeadless(int argc, char *argv[])
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(keepQtQuiet);
+    // Qt's hash tables order their entries by a seed drawn afresh in every
+    // process, and the PDF writer lists a file's fonts in that order: fixed,
+    // the same job writes the same bytes every time it runs.
+    QHashSeed::setDeterministicGlobalSeed();
     QGuiApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("Tavrino"));
     return runWithoutWindows(readCommandLine(QGuiApplication::arguments()), std::cout, std::cerr);
@@ -62,7 +68,12 @@ int runWindows(int argc, char *argv[])
     Session session(DataPaths::in(dataDir), prompt);
 
     RandomSource random;
+    // Asked before the window shows whether it can be heard (a few hundredths
+    // of a second with flite), so the Read aloud box is right from the start.
+    VoiceProcess voice(VoiceProcess::helperBesideProgram());
     MainScreen mainScreen(session, random);
+    mainScreen.setSpeaker(voice);
+    mainScreen.setReadAloud(invocation.readAloud);
     if (!invocation.dataDir)
         mainScreen.bringClassFilesFrom(classFilesLeftBehind(dataDir));
     mainScreen.show();

@@ -53,9 +53,10 @@ BackupsDialog::BackupsDialog(Session &session, QWidget *parent)
     setModal(true);
 
     auto *intro = new QLabel(
-        QStringLiteral("Tavrino keeps dated copies of the Students and Tests files in the folder "
-                       "\"%1\". Choose one and click Restore to put it back in its file's place; "
-                       "the file as it is now is kept as a backup first.")
+        QStringLiteral("Tavrino keeps dated copies of the Students and Tests files and of the "
+                       "History of answers in the folder \"%1\". Choose one and click Restore "
+                       "to put it back in its file's place; the file as it is now is kept as a "
+                       "backup first.")
             .arg(QString::fromStdString(m_session.paths.backupsDir.string())),
         this);
     intro->setWordWrap(true);

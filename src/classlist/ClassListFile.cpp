@@ -2,13 +2,11 @@
 
 #include "DelimitedText.h"
 #include "RosterText.h"
+#include "core/FileSystem.h"
 #include "core/Students.h"
-#include "core/UniqueFd.h"
 
 #include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
+#include <cstdint>
 
 namespace {
 
@@ -163,39 +161,38 @@ ClassList readClassList(std::string_view bytes, const std::string &fileName)
 
 ClassList readClassListFile(const std::filesystem::path &path)
 {
-    const std::string fileName = path.string();
-    // Not blocking, so that a pipe without a writer cannot hang the screen.
-    const UniqueFd file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file.valid()) {
-        return refused(fileName, std::string("could not be read: ") + std::strerror(errno) + ".");
+    const std::string fileName = path.u8string();
+    const auto unreadable = [&fileName](int error) {
+        return refused(fileName, "could not be read: " + systemErrorText(error) + ".");
+    };
+    constexpr const char *NotNames = "is not a file of names.";
+    NativeFile file;
+    if (const int error = file.openForReading(path)) {
+        return error == EISDIR ? refused(fileName, NotNames) : unreadable(error);
     }
-    struct stat status {};
-    if (::fstat(file.get(), &status) != 0) {
-        return refused(fileName, std::string("could not be read: ") + std::strerror(errno) + ".");
+    if (!file.isOrdinaryFile()) {
+        return refused(fileName, NotNames);
     }
-    if (!S_ISREG(status.st_mode)) {
-        return refused(fileName, "is not a file of names.");
+    std::uint64_t size = 0;
+    if (const int error = file.size(size)) {
+        return unreadable(error);
     }
-    if (status.st_size < 0 || static_cast<std::size_t>(status.st_size) > MaxClassListBytes) {
+    if (size > MaxClassListBytes) {
         return refused(fileName, TooLarge);
     }
     // One byte more than allowed shows a file that grew while it was read.
     std::string bytes(MaxClassListBytes + 1, '\0');
-    std::size_t size = 0;
-    while (size < bytes.size()) {
-        const ssize_t got = ::read(file.get(), bytes.data() + size, bytes.size() - size);
+    std::size_t filled = 0;
+    while (filled < bytes.size()) {
+        std::size_t got = 0;
+        if (const int error = file.read(bytes.data() + filled, bytes.size() - filled, got)) {
+            return unreadable(error);
+        }
         if (got == 0) {
             break;
         }
-        if (got < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
-            return refused(fileName,
-                           std::string("could not be read: ") + std::strerror(errno) + ".");
-        }
-        size += static_cast<std::size_t>(got);
+        filled += got;
     }
-    bytes.resize(size);
+    bytes.resize(filled);
     return readClassList(bytes, fileName);
 }

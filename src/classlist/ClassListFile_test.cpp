@@ -6,10 +6,12 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 #include <string>
 #include <vector>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
 
 namespace {
 
@@ -89,8 +91,22 @@ TEST(ClassListFile, FilesThatAreNotListsOfNamesAreRefusedWithAMessage)
               std::string::npos);
     EXPECT_NE(readClassListFile(dir / "").problem.find("is not a file of names"),
               std::string::npos);
-    // A pipe nobody writes to is refused at once rather than waited on.
+    // A folder named outside ASCII is no obstacle, and is named in UTF-8.
+    const std::string accented = "d\u00E9j\u00E0 \u540D";
+    const std::filesystem::path folder = dir.path() / std::filesystem::u8path(accented);
+    std::filesystem::create_directory(folder);
+    writeBytes(folder / "class.txt", "Ann\nBo\n");
+    EXPECT_EQ(readClassListFile(folder / "class.txt").names, (Names{"Ann", "Bo"}));
+    const std::string missing = readClassListFile(folder / "none.txt").problem;
+    EXPECT_NE(missing.find("\"" + (folder / "none.txt").u8string() + "\" could not be read"),
+              std::string::npos)
+        << missing;
+    EXPECT_NE(missing.find(accented), std::string::npos) << missing;
+#ifndef _WIN32
+    // A pipe nobody writes to is refused at once rather than waited on (Windows
+    // has no pipes among the files of a folder).
     const std::filesystem::path pipe = dir / "pipe.csv";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_NE(readClassListFile(pipe).problem.find("is not a file of names"), std::string::npos);
+#endif
 }

@@ -17,17 +17,24 @@ std::string messageOf(const LoadResult &result, const std::filesystem::path &pat
 
 } // namespace
 
-std::optional<std::string> readClassData(const std::filesystem::path &dataDir, ClassData &data)
+std::optional<std::string> readBankOnly(const std::filesystem::path &dataDir, TestBank &bank)
 {
     std::error_code ec;
     if (!std::filesystem::is_directory(dataDir, ec))
         return "The data folder \"" + dataDir.string() + "\" does not exist.";
     const DataPaths paths = DataPaths::in(dataDir);
-
     // Unlike start-up, a damaged Tests file is not moved aside: a job only reads.
-    const LoadResult tests = loadTests(data.bank, paths.testsPath);
+    const LoadResult tests = loadTests(bank, paths.testsPath);
     if (!tests.ok())
         return messageOf(tests, paths.testsPath);
+    return std::nullopt;
+}
+
+std::optional<std::string> readClassData(const std::filesystem::path &dataDir, ClassData &data)
+{
+    if (std::optional<std::string> problem = readBankOnly(dataDir, data.bank))
+        return problem;
+    const DataPaths paths = DataPaths::in(dataDir);
 
     // Read here rather than with loadStudents, which starts a first roster
     // and saves it when the file is missing.

@@ -16,25 +16,53 @@
 
 namespace {
 
-// Options that are not jobs; a later job's settings (a subject, a level) go here.
+// Options that are not jobs: the program's own, and the settings of a job.
 struct OptionEntry {
     QStringList names;
     QString valueName; // empty for a switch
     QString description;
+    QString job; // the job whose setting it is, if any
 };
 
 const QString DataDirOption = QStringLiteral("data-dir");
 const QString HelpOption = QStringLiteral("help");
 const QString VersionOption = QStringLiteral("version");
+const QString ReadAloudOption = QStringLiteral("read-aloud");
+const QString WorksheetOption = QStringLiteral("worksheet");
 
 const std::vector<OptionEntry> &otherOptions()
 {
     static const std::vector<OptionEntry> options = {
-        {{QStringLiteral("h"), HelpOption}, {}, QStringLiteral("Show this help and exit.")},
-        {{QStringLiteral("v"), VersionOption}, {}, QStringLiteral("Show the version and exit.")},
+        {{QStringLiteral("h"), HelpOption}, {}, QStringLiteral("Show this help and exit."), {}},
+        {{QStringLiteral("v"), VersionOption},
+         {},
+         QStringLiteral("Show the version and exit."),
+         {}},
         {{DataDirOption},
          QStringLiteral("dir"),
-         QStringLiteral("Use DIR as the data folder, windows included.")},
+         QStringLiteral("Use DIR as the data folder, windows included."),
+         {}},
+        {{ReadAloudOption}, {}, QStringLiteral("Start with Read aloud on."), {}},
+        {{QStringLiteral("subject")},
+         QStringLiteral("name"),
+         QStringLiteral("The worksheet's subject, by name (any case)."),
+         WorksheetOption},
+        {{QStringLiteral("level")},
+         QStringLiteral("level"),
+         QStringLiteral("The worksheet's level: K or 1 to 12."),
+         WorksheetOption},
+        {{QStringLiteral("count")},
+         QStringLiteral("n"),
+         QStringLiteral("How many problems, 1 to 200 (30 if not given)."),
+         WorksheetOption},
+        {{QStringLiteral("seed")},
+         QStringLiteral("number"),
+         QStringLiteral("Draw the sheet from this seed (printed on it)."),
+         WorksheetOption},
+        {{QStringLiteral("no-key")},
+         {},
+         QStringLiteral("Leave the answer key off the worksheet."),
+         WorksheetOption},
     };
     return options;
 }
@@ -51,10 +79,17 @@ const QString Description =
 void declareOptions(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(Description);
-    for (const OptionEntry &entry : otherOptions())
-        parser.addOption(QCommandLineOption(entry.names, entry.description, entry.valueName));
+    const auto declare = [&parser](bool settings) {
+        for (const OptionEntry &entry : otherOptions())
+            if (entry.job.isEmpty() != settings)
+                parser.addOption(
+                    QCommandLineOption(entry.names, entry.description, entry.valueName));
+    };
+    // The program's own options, the jobs, then the jobs' settings under them.
+    declare(false);
     for (const Job &job : jobs())
         parser.addOption(QCommandLineOption(job.option, job.description, job.valueName));
+    declare(true);
 }
 
 QString dashed(const QString &option)
@@ -125,8 +160,13 @@ std::optional<QString> usageProblem(const QCommandLineParser &parser, bool parse
     if (given.size() > 1)
         return QStringLiteral("%1 cannot be given together; run one job at a time.")
             .arg(given.join(QStringLiteral(" and ")));
-    if (parser.values(DataDirOption).size() > 1)
-        return QStringLiteral("%1 is given more than once.").arg(dashed(DataDirOption));
+    for (const OptionEntry &entry : otherOptions()) {
+        const QString &name = entry.names.last();
+        if (!entry.valueName.isEmpty() && parser.values(name).size() > 1)
+            return QStringLiteral("%1 is given more than once.").arg(dashed(name));
+        if (!entry.job.isEmpty() && parser.isSet(name) && !parser.isSet(entry.job))
+            return QStringLiteral("%1 goes with %2.").arg(dashed(name), dashed(entry.job));
+    }
     if (parser.isSet(DataDirOption) && parser.value(DataDirOption).isEmpty())
         return QStringLiteral("%1 needs a folder.").arg(dashed(DataDirOption));
     return std::nullopt;
@@ -135,17 +175,20 @@ std::optional<QString> usageProblem(const QCommandLineParser &parser, bool parse
 // The folder the windows would use, found without creating or probing anything:
 // the one beside the program when it may be written to (or may be made), else
 // the user's own; but when the user's holds neither file and the class's files
-// were left beside the program, those, which start-up would bring over.
+// were left beside the program, those, which start-up would bring over. A
+// packaged program only ever uses the user's own.
 std::filesystem::path dataDirForJobs()
 {
+    const QDir user(QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
+                        .filePath(QStringLiteral("data")));
+    if (!mayKeepDataBesideProgram())
+        return user.filesystemPath();
     const QString programDir = QCoreApplication::applicationDirPath();
     const QFileInfo portable(portableDataDir());
     const bool portableUsable = portable.exists() ? portable.isDir() && portable.isWritable()
                                                   : QFileInfo(programDir).isWritable();
     if (portableUsable)
         return QDir(portable.filePath()).filesystemPath();
-    const QDir user(QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
-                        .filePath(QStringLiteral("data")));
     const DataPaths userPaths = DataPaths::in(user.filesystemPath());
     std::error_code ec;
     const bool userHasClass = std::filesystem::exists(userPaths.testsPath, ec) ||
@@ -194,11 +237,9 @@ Invocation readCommandLine(const QStringList &arguments)
         invocation.text = QStringLiteral("Tavrino %1\n").arg(QLatin1String(TavrinoVersion));
         return invocation;
     }
-    for (const QString &name : parser.optionNames()) {
-        const QString value = parser.value(name);
-        if (!value.isEmpty())
-            invocation.values.insert(name, value);
-    }
+    for (const QString &name : parser.optionNames())
+        invocation.values.insert(name, parser.value(name));
+    invocation.readAloud = parser.isSet(ReadAloudOption);
     if (parser.isSet(DataDirOption)) {
         const QString folder = QFileInfo(parser.value(DataDirOption)).absoluteFilePath();
         invocation.dataDir = QDir(folder).filesystemPath();

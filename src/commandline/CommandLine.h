@@ -23,9 +23,10 @@ struct Invocation {
     enum class Action { Windows, Job, Help, Version, UsageError };
     Action action = Action::Windows;
     std::optional<std::filesystem::path> dataDir; // --data-dir, made absolute
+    bool readAloud = false;                       // --read-aloud: the windows start with it on
     const Job *job = nullptr;
     QString jobValue;               // the value given to the job's option
-    QHash<QString, QString> values; // every option given with a value, by name
+    QHash<QString, QString> values; // every option given, by name; a switch has an empty value
     QString text;                   // the help text, or what is wrong with the command line
 };
 

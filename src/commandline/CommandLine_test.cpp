@@ -40,9 +40,12 @@ TEST(CommandLine, SaysWhatEachCommandLineAsksFor)
     const std::vector<Case> cases = {
         {"", Action::Windows, "", ""},
         {"--data-dir /school/3B", Action::Windows, "", ""},
+        {"--read-aloud --data-dir /school/3B", Action::Windows, "", ""},
         {"--export-csv out.csv", Action::Job, "export-csv", "out.csv"},
         {"--export-csv=-", Action::Job, "export-csv", "-"},
         {"--data-dir /school/3B --report-pdf 3B.pdf", Action::Job, "report-pdf", "3B.pdf"},
+        {"--worksheet w.pdf --subject Spelling --level 3 --no-key", Action::Job, "worksheet",
+         "w.pdf"},
         {"--help", Action::Help, "", ""},
         {"-h --export-csv x", Action::Help, "", ""},
         {"--version", Action::Version, "", ""},
@@ -67,6 +70,8 @@ TEST(CommandLine, SaysWhatEachCommandLineAsksFor)
     }
     EXPECT_EQ(read(split("--data-dir /school/3B")).dataDir, std::filesystem::path("/school/3B"));
     EXPECT_FALSE(read({}).dataDir.has_value());
+    EXPECT_TRUE(read(split("--data-dir /school/3B --read-aloud")).readAloud);
+    EXPECT_FALSE(read(split("--data-dir /school/3B")).readAloud);
 }
 
 TEST(CommandLine, ARelativeDataFolderIsTakenFromTheCurrentFolder)
@@ -92,6 +97,10 @@ TEST(CommandLine, UsageErrorsAreOneLineThatNamesTheProblem)
         {"--data-dir a --data-dir b", "--data-dir"},
         {"results.csv", "results.csv"},
         {"--version=2", "version"},
+        // A worksheet's settings go with --worksheet, once each.
+        {"--subject Spelling --level 3", "--subject goes with --worksheet"},
+        {"--export-csv a.csv --no-key", "--no-key goes with --worksheet"},
+        {"--worksheet a.pdf --level 3 --level 4", "--level"},
     };
     for (const Case &c : cases) {
         const Invocation invocation = read(split(c.arguments));
@@ -118,8 +127,11 @@ TEST(CommandLine, HelpListsEveryOptionOnOneLineAndVersionComesFromTheBuild)
     const qsizetype options = lines.indexOf(QStringLiteral("Options:"));
     ASSERT_GE(options, 0) << out.str();
 
-    QStringList expected = {QStringLiteral("--help"), QStringLiteral("--version"),
-                            QStringLiteral("--data-dir <dir>")};
+    QStringList expected = {QStringLiteral("--help"),           QStringLiteral("--version"),
+                            QStringLiteral("--data-dir <dir>"), QStringLiteral("--read-aloud"),
+                            QStringLiteral("--subject <name>"), QStringLiteral("--level <level>"),
+                            QStringLiteral("--count <n>"),      QStringLiteral("--seed <number>"),
+                            QStringLiteral("--no-key")};
     for (const Job &job : jobs())
         expected.append(QStringLiteral("--%1 <%2>").arg(job.option, job.valueName));
     qsizetype listed = 0;

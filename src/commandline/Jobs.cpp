@@ -3,9 +3,11 @@
 #include "commandline/ClassData.h"
 #include "commandline/CommandLine.h"
 #include "commandline/HistoryExport.h"
+#include "commandline/WorksheetOptions.h"
 #include "reports/ClassReport.h"
 #include "reports/ClassReportPdf.h"
 #include "reports/ClassResultsCsv.h"
+#include "worksheets/WorksheetPdf.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -32,16 +34,23 @@ bool inside(const fs::path &file, const fs::path &folder)
     return true;
 }
 
-// Reads the class, or says on err why it cannot be read. A target inside the data
-// folder is refused before anything is read: the jobs never write there.
+// A target inside the data folder is refused before anything is read: the jobs
+// never write there. True, with the reason on err, when it is.
+bool writesIntoDataFolder(const JobContext &context, const QString &option)
+{
+    if (context.value == StandardOutput ||
+        !inside(QDir(QFileInfo(context.value).absoluteFilePath()).filesystemPath(),
+                context.dataDir))
+        return false;
+    context.err << "tavrino: --" << option.toStdString() << " would write into the data folder \""
+                << context.dataDir.string() << "\"; choose a file elsewhere.\n";
+    return true;
+}
+
+// Reads the class, or says on err why it cannot be read.
 std::optional<ClassData> classFor(const JobContext &context, const QString &option, int &status)
 {
-    if (context.value != StandardOutput &&
-        inside(QDir(QFileInfo(context.value).absoluteFilePath()).filesystemPath(),
-               context.dataDir)) {
-        context.err << "tavrino: --" << option.toStdString()
-                    << " would write into the data folder \"" << context.dataDir.string()
-                    << "\"; choose a file elsewhere.\n";
+    if (writesIntoDataFolder(context, option)) {
         status = ExitUsage;
         return std::nullopt;
     }
@@ -110,11 +119,8 @@ int reportPdf(const JobContext &context)
 // cannot be read still gives its history.
 int exportHistory(const JobContext &context)
 {
-    if (context.value != StandardOutput && inside(targetPath(context), context.dataDir)) {
-        context.err << "tavrino: --export-history-csv would write into the data folder \""
-                    << context.dataDir.string() << "\"; choose a file elsewhere.\n";
+    if (writesIntoDataFolder(context, QStringLiteral("export-history-csv")))
         return ExitUsage;
-    }
     const std::optional<std::string> problem =
         context.value == StandardOutput ? exportHistoryReadOnly(context.dataDir, context.out)
                                         : saveHistoryCsv(context.dataDir, targetPath(context));
@@ -124,6 +130,55 @@ int exportHistory(const JobContext &context)
     }
     if (context.value == StandardOutput && !context.out.flush()) {
         context.err << "tavrino: The history could not be written to standard output.\n";
+        return ExitFailed;
+    }
+    return ExitOk;
+}
+
+// The options are checked before anything is read; the subject and the level
+// once the bank is read, against it.
+int worksheet(const JobContext &context)
+{
+    const QString option = QStringLiteral("worksheet");
+    WorksheetOptions options;
+    if (const std::optional<QString> problem = readWorksheetOptions(context.values, options)) {
+        context.err << "tavrino: " << problem->toStdString() << '\n';
+        return ExitUsage;
+    }
+    if (writesIntoDataFolder(context, option))
+        return ExitUsage;
+    TestBank bank;
+    if (const std::optional<std::string> problem = readBankOnly(context.dataDir, bank)) {
+        context.err << "tavrino: " << *problem << '\n';
+        return ExitFailed;
+    }
+    const std::optional<int> subject = findSubject(bank, options.subjectName);
+    if (!subject) {
+        context.err << "tavrino: " << unknownSubject(bank, options.subjectName).toStdString()
+                    << '\n';
+        return ExitUsage;
+    }
+    if (!levelHasQuestions(bank, *subject, options.level)) {
+        context.err << "tavrino: --level " << levelText(options.level) << ": "
+                    << bank.subjects[static_cast<std::size_t>(*subject)].name
+                    << " has no questions at that level.\n";
+        return ExitUsage;
+    }
+
+    const Worksheet sheet = makeWorksheet(bank, *subject, options.level, options.settings);
+    if (context.value == StandardOutput) {
+        QBuffer pdf;
+        pdf.open(QIODevice::WriteOnly);
+        const bool painted = writeWorksheetPdf(pdf, sheet);
+        context.out.write(pdf.data().constData(), pdf.data().size());
+        if (!painted || !context.out.flush()) {
+            context.err << "tavrino: The worksheet could not be written to standard output.\n";
+            return ExitFailed;
+        }
+        return ExitOk;
+    }
+    if (const std::optional<std::string> problem = saveWorksheetPdf(targetPath(context), sheet)) {
+        context.err << "tavrino: " << *problem << '\n';
         return ExitFailed;
     }
     return ExitOk;
@@ -140,6 +195,8 @@ const std::vector<Job> &jobs()
          QStringLiteral("Write the report as PDF to FILE (- for stdout)."), reportPdf},
         {QStringLiteral("export-history-csv"), QStringLiteral("file"),
          QStringLiteral("Write all answers as CSV to FILE (- for stdout)."), exportHistory},
+        {QStringLiteral("worksheet"), QStringLiteral("file"),
+         QStringLiteral("Write a worksheet as PDF to FILE (- for stdout)."), worksheet},
     };
     return all;
 }

@@ -12,7 +12,7 @@
 struct JobContext {
     std::filesystem::path dataDir;
     QString value;                         // what was given to the job's option
-    const QHash<QString, QString> &values; // every option given with a value
+    const QHash<QString, QString> &values; // every option given, a switch with an empty value
     std::ostream &out;                     // standard output, for "-"
     std::ostream &err;                     // for the one line that says what failed
 };

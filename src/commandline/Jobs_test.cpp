@@ -10,10 +10,15 @@
 #include "core/TestsFile.h"
 #include "reports/ClassResultsCsv.h"
 #include "testsupport/TempDataDir.h"
+#include "worksheets/Worksheet.h"
+#include "worksheets/WorksheetPdf.h"
+
+#include <QBuffer>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -300,4 +305,98 @@ TEST_F(JobsTest, HistoryExportReadsEveryAnswerAndLeavesTheFolderAloneWithOrWitho
         << damaged.err;
     EXPECT_EQ(std::count(damaged.err.begin(), damaged.err.end(), '\n'), 1) << damaged.err;
     EXPECT_FALSE(fs::exists(outside("damaged.csv").toStdString()));
+}
+
+namespace {
+
+// The PDF the job should write for that sheet.
+std::string worksheetPdf(const TestBank &bank, int subject, int level, int count, bool key,
+                         std::uint32_t seed)
+{
+    QBuffer pdf;
+    pdf.open(QIODevice::WriteOnly);
+    EXPECT_TRUE(writeWorksheetPdf(pdf, makeWorksheet(bank, subject, level, {count, key, seed})));
+    return pdf.data().toStdString();
+}
+
+QStringList split(const char *arguments)
+{
+    return QString::fromUtf8(arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+TEST_F(JobsTest, AWorksheetIsTheSubjectAndLevelAskedForAndTheSameSeedGivesTheSameFile)
+{
+    // No data files yet: the built-in bank, and still nothing created.
+    const Outcome arithmetic =
+        run(split("--worksheet - --subject arithmetic --level k --count 5 --seed 3 --no-key"));
+    EXPECT_EQ(arithmetic.status, ExitOk) << arithmetic.err;
+    EXPECT_EQ(arithmetic.out, worksheetPdf(bank, ArithmeticSubject, 0, 5, false, 3));
+    EXPECT_TRUE(fs::is_empty(dir.path()));
+
+    // The class's own bank, the subject's name trimmed and in any case.
+    bank.subjects[2].name = "Geography ";
+    bank.limits[2].lastQuestion[1] = 2;
+    writeClass();
+    const QStringList geography = {QStringLiteral("--subject"), QStringLiteral("  GEOGRAPHY"),
+                                   QStringLiteral("--level"),   QStringLiteral("1"),
+                                   QStringLiteral("--seed"),    QStringLiteral("4294967295")};
+    const Outcome first =
+        run(QStringList{QStringLiteral("--worksheet"), outside("a.pdf")} + geography);
+    const Outcome again =
+        run(QStringList{QStringLiteral("--worksheet"), outside("b.pdf")} + geography);
+    EXPECT_EQ(first.status, ExitOk) << first.err;
+    EXPECT_EQ(again.status, ExitOk) << again.err;
+    EXPECT_TRUE(first.out.empty() && first.err.empty());
+    const std::string pdf = contentOf(outside("a.pdf").toStdString());
+    EXPECT_EQ(pdf, worksheetPdf(bank, 2, 1, DefaultWorksheetCount, true, 4294967295u));
+    EXPECT_EQ(contentOf(outside("b.pdf").toStdString()), pdf);
+}
+
+TEST_F(JobsTest, AWorksheetThatCannotBeMadeSaysWhichValueIsWrong)
+{
+    bank.limits[SpellingSubject].lastQuestion[7] = -1;
+    writeClass();
+    struct Case {
+        const char *arguments;
+        int status;
+        const char *named; // what the one line must mention
+    };
+    const std::vector<Case> cases = {
+        {"--level 3", ExitUsage, "--subject"},
+        {"--subject Spelling", ExitUsage, "--level"},
+        {"--subject Latin --level 3", ExitUsage, "'Latin'"},
+        {"--subject Spelling --level 13", ExitUsage, "'13'"},
+        {"--subject Spelling --level 0", ExitUsage, "'0'"},
+        {"--subject Spelling --level 7", ExitUsage, "level 7"},
+        {"--subject Spelling --level 3 --count 0", ExitUsage, "'0'"},
+        {"--subject Spelling --level 3 --count 201", ExitUsage, "'201'"},
+        {"--subject Spelling --level 3 --count ten", ExitUsage, "'ten'"},
+        {"--subject Spelling --level 3 --seed=-1", ExitUsage, "'-1'"},
+        {"--subject Spelling --level 3 --seed 4294967296", ExitUsage, "'4294967296'"},
+    };
+    for (const Case &c : cases) {
+        const Outcome outcome =
+            run(QStringList{QStringLiteral("--worksheet"), outside("w.pdf")} + split(c.arguments));
+        EXPECT_EQ(outcome.status, c.status) << c.arguments;
+        EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+        EXPECT_NE(outcome.err.find(c.named), std::string::npos) << outcome.err;
+        EXPECT_FALSE(fs::exists(outside("w.pdf").toStdString())) << c.arguments;
+    }
+
+    // Only the Tests file is read: a damaged Students file is no matter, a
+    // damaged Tests file ends with status 1, naming it.
+    {
+        std::ofstream(dir.paths().studentsPath, std::ios::binary) << "not a roster";
+    }
+    const QStringList spelling = split("--worksheet - --subject Spelling --level 3");
+    EXPECT_EQ(run(spelling).status, ExitOk);
+    {
+        std::ofstream(dir.paths().testsPath, std::ios::binary) << "not a bank";
+    }
+    const Outcome damaged = run(spelling);
+    EXPECT_EQ(damaged.status, ExitFailed);
+    EXPECT_NE(damaged.err.find(dir.paths().testsPath.string()), std::string::npos) << damaged.err;
+    EXPECT_TRUE(damaged.out.empty());
 }

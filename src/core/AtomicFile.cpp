@@ -1,15 +1,11 @@
 #include "core/AtomicFile.h"
 
-#include "core/UniqueFd.h"
+#include "core/FileSystem.h"
 
 #include <algorithm>
 #include <atomic>
-#include <csignal>
-#include <cstring>
-#include <fcntl.h>
 #include <string>
 #include <system_error>
-#include <unistd.h>
 
 namespace {
 
@@ -27,14 +23,19 @@ int injectedError(SaveStep step, std::size_t writeIndex = 0)
     return g_fault->error;
 }
 
-// Removes the temporary file unless the save got as far as renaming it.
+// Removes the temporary file unless the save got as far as renaming it. It is
+// closed first, as Windows removes no file that is still open.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(std::filesystem::path path) : m_path(std::move(path)) {}
+    TemporaryFile(std::filesystem::path path, NativeFile &file)
+        : m_path(std::move(path)), m_file(file)
+    {
+    }
     ~TemporaryFile()
     {
         if (!m_kept) {
-            ::unlink(m_path.c_str());
+            m_file.close();
+            removeFile(m_path);
         }
     }
     TemporaryFile(const TemporaryFile &) = delete;
@@ -45,6 +46,7 @@ public:
 
 private:
     std::filesystem::path m_path;
+    NativeFile &m_file;
     bool m_kept = false;
 };
 
@@ -55,8 +57,8 @@ std::filesystem::path temporaryName(const std::filesystem::path &target)
     // Unique within the process; O_EXCL guards against a leftover of another run.
     static std::atomic<unsigned> counter{0};
     std::filesystem::path name = target;
-    name +=
-        std::string(TemporaryMark) + std::to_string(::getpid()) + "-" + std::to_string(counter++);
+    name += std::string(TemporaryMark) + std::to_string(currentProcessId()) + "-" +
+            std::to_string(counter++);
     return name;
 }
 
@@ -67,7 +69,7 @@ bool allDigits(std::string_view text)
 }
 
 // The process that made a temporary name of target, or 0 when name is not one.
-pid_t temporaryOwner(std::string_view name, std::string_view target)
+unsigned long temporaryOwner(std::string_view name, std::string_view target)
 {
     if (name.size() <= target.size() + TemporaryMark.size() ||
         name.substr(0, target.size()) != target ||
@@ -81,21 +83,20 @@ pid_t temporaryOwner(std::string_view name, std::string_view target)
         !allDigits(rest.substr(dash + 1))) {
         return 0;
     }
-    return static_cast<pid_t>(std::stol(std::string(rest.substr(0, dash))));
+    return std::stoul(std::string(rest.substr(0, dash)));
 }
 
 FileError unwritable(const std::filesystem::path &path, const std::string &step, int error)
 {
     return FileError{
-        FileError::Kind::Unwritable, path.string(), step + ": " + std::strerror(error), {}};
+        FileError::Kind::Unwritable, path.u8string(), step + ": " + systemErrorText(error), {}};
 }
 
-// Writes every byte, retrying short writes and interruptions; 0 or the errno.
-// Injected faults count pieces of AtomicWriteChunk bytes, but each real write
-// goes on to the end, or to the piece that is to fail: one system call per
-// piece made a large bank's save spend more time in calls than in writing.
-// The bytes go at offset at of the file.
-int writeAll(int fd, std::string_view bytes, std::size_t at)
+// Writes every byte; 0 or the error. Injected faults count pieces of
+// AtomicWriteChunk bytes, but each real write goes on to the end, or to the
+// piece that is to fail: one system call per piece made a large bank's save
+// spend more time in calls than in writing. The bytes go at offset at of the file.
+int writeAll(NativeFile &file, std::string_view bytes, std::size_t at)
 {
     std::size_t done = 0;
     while (done < bytes.size()) {
@@ -107,34 +108,20 @@ int writeAll(int fd, std::string_view bytes, std::size_t at)
         if (g_fault && g_fault->step == SaveStep::Write && g_fault->writeIndex > piece) {
             end = std::min(end, g_fault->writeIndex * AtomicWriteChunk - at);
         }
-        const ssize_t written = ::write(fd, bytes.data() + done, end - done);
-        if (written < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
-            return errno;
+        if (const int error = file.write(bytes.data() + done, end - done)) {
+            return error;
         }
-        done += static_cast<std::size_t>(written);
+        done = end;
     }
     return 0;
 }
 
-// Makes the rename itself durable; a failure here loses nothing, so it is not reported.
-void syncDirectory(const std::filesystem::path &dir)
-{
-    const UniqueFd fd(::open(dir.empty() ? "." : dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (fd.valid()) {
-        ::fsync(fd.get());
-    }
-}
-
-int createExclusive(const std::filesystem::path &path)
+int createExclusive(NativeFile &file, const std::filesystem::path &path)
 {
     if (const int injected = injectedError(SaveStep::Create)) {
-        errno = injected;
-        return -1;
+        return injected;
     }
-    return ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    return file.createNew(path);
 }
 
 } // namespace
@@ -150,20 +137,20 @@ std::optional<FileError> writeFileAtomically(const std::filesystem::path &path,
                                              const ContentMaker &make)
 {
     const std::filesystem::path temporaryPath = temporaryName(path);
-    UniqueFd fd(createExclusive(temporaryPath));
-    if (!fd.valid()) {
-        return unwritable(path, "the temporary file could not be created", errno);
+    NativeFile file;
+    if (const int error = createExclusive(file, temporaryPath)) {
+        return unwritable(path, "the temporary file could not be created", error);
     }
-    TemporaryFile temporary(temporaryPath);
+    TemporaryFile temporary(temporaryPath, file);
 
-    // A failed write ends the making at once; its errno comes back here.
+    // A failed write ends the making at once; its error comes back here.
     struct WriteFailed {
         int error;
     };
     std::size_t written = 0;
     try {
         make([&](std::string_view piece) {
-            if (const int error = writeAll(fd.get(), piece, written)) {
+            if (const int error = writeAll(file, piece, written)) {
                 throw WriteFailed{error};
             }
             written += piece.size();
@@ -172,22 +159,23 @@ std::optional<FileError> writeFileAtomically(const std::filesystem::path &path,
         return unwritable(path, "writing failed", failed.error);
     }
     int error = injectedError(SaveStep::Flush);
-    if (error == 0 && ::fsync(fd.get()) != 0) {
-        error = errno;
+    if (error == 0) {
+        error = file.flush();
     }
     if (error != 0) {
         return unwritable(path, "flushing to disk failed", error);
     }
     error = injectedError(SaveStep::Close);
-    if (!fd.close() && error == 0) {
-        error = errno;
+    const int closeError = file.close();
+    if (error == 0) {
+        error = closeError;
     }
     if (error != 0) {
         return unwritable(path, "closing failed", error);
     }
     error = injectedError(SaveStep::Rename);
-    if (error == 0 && ::rename(temporaryPath.c_str(), path.c_str()) != 0) {
-        error = errno;
+    if (error == 0) {
+        error = replaceFile(temporaryPath, path);
     }
     if (error != 0) {
         return unwritable(path, "replacing the old file failed", error);
@@ -203,14 +191,14 @@ std::optional<FileError> writeFileAtomically(const std::filesystem::path &path,
 void removeStaleTemporaries(const std::filesystem::path &target)
 {
     const std::filesystem::path dir = target.parent_path().empty() ? "." : target.parent_path();
-    const std::string targetName = target.filename().string();
+    const std::string targetName = target.filename().u8string();
     std::error_code error;
     for (std::filesystem::directory_iterator it(dir, error), end; !error && it != end;
          it.increment(error)) {
-        const std::string name = it->path().filename().string();
-        const pid_t owner = temporaryOwner(name, targetName);
-        if (owner > 0 && owner != ::getpid() && ::kill(owner, 0) != 0 && errno == ESRCH) {
-            ::unlink(it->path().c_str());
+        const std::string name = it->path().filename().u8string();
+        const unsigned long owner = temporaryOwner(name, targetName);
+        if (owner > 0 && owner != currentProcessId() && processHasEnded(owner)) {
+            removeFile(it->path());
         }
     }
 }

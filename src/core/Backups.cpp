@@ -2,6 +2,7 @@
 
 #include "core/AtomicFile.h"
 #include "core/BackupNames.h"
+#include "core/FileSystem.h"
 #include "core/HistoryClock.h"
 #include "core/ReadFile.h"
 
@@ -16,9 +17,15 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// Names in messages are UTF-8 on every system.
+std::string quoted(const std::string &name)
+{
+    return "\"" + name + "\"";
+}
+
 std::string quoted(const fs::path &path)
 {
-    return "\"" + path.string() + "\"";
+    return quoted(path.u8string());
 }
 
 // Within a second the numbers order one file's copies; the copies of
@@ -48,7 +55,8 @@ std::optional<std::string> unfinishedCopyOf(const std::string &name, const Backu
         return std::nullopt;
     }
     std::string copy = name.substr(0, mark);
-    if (!parseBackupFileName(copy, source.path.stem().string(), source.path.extension().string())) {
+    if (!parseBackupFileName(copy, source.path.stem().u8string(),
+                             source.path.extension().u8string())) {
         return std::nullopt;
     }
     return copy;
@@ -57,8 +65,7 @@ std::optional<std::string> unfinishedCopyOf(const std::string &name, const Backu
 std::string describeCopyFailure(const FileError &error)
 {
     if (error.kind == FileError::Kind::Unwritable) {
-        return "the copy " + quoted(fs::path(error.path)) +
-               " could not be written: " + error.cause + ".";
+        return "the copy " + quoted(error.path) + " could not be written: " + error.cause + ".";
     }
     return error.message();
 }
@@ -69,11 +76,10 @@ std::optional<FileError> copyFileAtomically(const fs::path &from, const fs::path
 {
     FileReader in(from);
     if (in.missing() || in.error()) {
-        return in.error() ? *in.error()
-                          : FileError{FileError::Kind::Unreadable,
-                                      from.string(),
-                                      std::generic_category().message(ENOENT),
-                                      {}};
+        return in.error()
+                   ? *in.error()
+                   : FileError{
+                         FileError::Kind::Unreadable, from.u8string(), systemErrorText(ENOENT), {}};
     }
     try {
         return writeFileAtomically(to, [&in](const std::function<void(std::string_view)> &write) {
@@ -83,7 +89,7 @@ std::optional<FileError> copyFileAtomically(const fs::path &from, const fs::path
             }
         });
     } catch (const FileReadFailed &failure) {
-        return FileError{FileError::Kind::Unreadable, from.string(), failure.what(), {}};
+        return FileError{FileError::Kind::Unreadable, from.u8string(), failure.what(), {}};
     }
 }
 
@@ -147,6 +153,12 @@ void Backups::addSource(BackupSource source)
     m_sources.push_back({std::move(source), ownCopier, false});
 }
 
+bool Backups::keeps(DataFile file) const
+{
+    return std::any_of(m_sources.begin(), m_sources.end(),
+                       [file](const Sourced &each) { return each.source.file == file; });
+}
+
 template <typename Sources> auto &Backups::find(Sources &sources, DataFile file)
 {
     for (auto &each : sources) {
@@ -169,14 +181,14 @@ const BackupSource &Backups::source(DataFile file) const
 
 std::vector<Backup> Backups::listOf(const BackupSource &source) const
 {
-    const std::string stem = source.path.stem().string();
-    const std::string extension = source.path.extension().string();
+    const std::string stem = source.path.stem().u8string();
+    const std::string extension = source.path.extension().u8string();
     std::vector<Backup> copies;
     std::error_code error;
     for (fs::directory_iterator it(m_folder, error), end; !error && it != end;
          it.increment(error)) {
         const std::optional<BackupName> name =
-            parseBackupFileName(it->path().filename().string(), stem, extension);
+            parseBackupFileName(it->path().filename().u8string(), stem, extension);
         std::error_code statError;
         if (!name || !it->is_regular_file(statError)) {
             continue;
@@ -235,15 +247,16 @@ BackupOutcome Backups::backUpSparing(DataFile file, const fs::path &spared)
     std::error_code error;
     fs::create_directories(m_folder, error);
     if (error) {
-        return {BackupOutcome::Status::Failed,
-                "the folder " + quoted(m_folder) + " could not be made: " + error.message() + "."};
+        return {BackupOutcome::Status::Failed, "the folder " + quoted(m_folder) +
+                                                   " could not be made: " + systemErrorText(error) +
+                                                   "."};
     }
 
     const std::vector<Backup> copies = listOf(from);
     if (!each.ownCopier && !copies.empty() && sameBytes(from.path, copies.front().path)) {
         return {BackupOutcome::Status::Unchanged, {}};
     }
-    BackupName name{from.path.stem().string(), from.path.extension().string(),
+    BackupName name{from.path.stem().u8string(), from.path.extension().u8string(),
                     secondsOf(m_clock.localMilliseconds()), 1};
     // Another copy in the same second (the Tests and Students files before one
     // action, or two actions in a row) takes the next number.
@@ -252,7 +265,7 @@ BackupOutcome Backups::backUpSparing(DataFile file, const fs::path &spared)
             name.sequence = std::max(name.sequence, copy.sequence + 1);
         }
     }
-    const fs::path made = m_folder / backupFileName(name);
+    const fs::path made = m_folder / fs::u8path(backupFileName(name));
     if (const std::optional<std::string> problem = from.copy(made)) {
         return {BackupOutcome::Status::Failed, *problem};
     }
@@ -285,12 +298,12 @@ void Backups::removeOldCopies(const BackupSource &source, const fs::path &spared
     std::vector<std::string> unfinished;
     for (fs::directory_iterator it(m_folder, ignored), end; !ignored && it != end;
          it.increment(ignored)) {
-        if (auto copy = unfinishedCopyOf(it->path().filename().string(), source)) {
+        if (auto copy = unfinishedCopyOf(it->path().filename().u8string(), source)) {
             unfinished.push_back(std::move(*copy));
         }
     }
     for (const std::string &copy : unfinished) {
-        removeStaleTemporaries(m_folder / copy);
+        removeStaleTemporaries(m_folder / fs::u8path(copy));
     }
 }
 

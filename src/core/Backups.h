@@ -16,9 +16,8 @@
 
 class HistoryClock;
 
-// The files that are backed up. Another file (the answer history) joins with a
-// value here and a BackupSource of its own.
-enum class DataFile { Students, Tests };
+// The files that are backed up: the two data files and the answer history.
+enum class DataFile { Students, Tests, History };
 
 // What a backup holds, in words, or why it cannot be read.
 struct BackupSummary {
@@ -69,6 +68,8 @@ public:
     Backups(std::filesystem::path folder, HistoryClock &clock);
 
     void addSource(BackupSource source);
+    // Whether copies of the file are made: the history's only while it is open.
+    bool keeps(DataFile file) const;
     const std::filesystem::path &folder() const { return m_folder; }
     const BackupSource &source(DataFile file) const;
 

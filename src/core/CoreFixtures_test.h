@@ -35,6 +35,7 @@ public:
     ScratchDir(const ScratchDir &) = delete;
     ScratchDir &operator=(const ScratchDir &) = delete;
 
+    const std::filesystem::path &path() const { return m_path; }
     std::filesystem::path operator/(const std::string &name) const { return m_path / name; }
 
     // Names of everything in the directory, to catch leftover temporary files.

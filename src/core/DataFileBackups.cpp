@@ -1,12 +1,12 @@
 #include "core/DataFileBackups.h"
 
+#include "core/FileSystem.h"
 #include "core/ReadFile.h"
 #include "core/StudentsFile.h"
 #include "core/TestsFile.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <system_error>
 
 namespace fs = std::filesystem;
 
@@ -20,7 +20,7 @@ std::string counted(std::size_t count, const std::string &one, const std::string
 BackupSummary unreadable(const LoadResult &result, const fs::path &copy)
 {
     return {false, result.error ? result.error->message()
-                                : "The file \"" + copy.string() + "\" could not be read."};
+                                : "The file \"" + copy.u8string() + "\" could not be read."};
 }
 
 // Just enough of a bank to read a roster with: its records keep all their
@@ -57,10 +57,9 @@ LoadResult readStudentsCopy(const fs::path &copy, const TestBank &bank, StudentR
 {
     FileReader file(copy);
     if (file.missing()) {
-        return {LoadResult::Status::Failed, FileError{FileError::Kind::Unreadable,
-                                                      copy.string(),
-                                                      std::generic_category().message(ENOENT),
-                                                      {}}};
+        return {
+            LoadResult::Status::Failed,
+            FileError{FileError::Kind::Unreadable, copy.u8string(), systemErrorText(ENOENT), {}}};
     }
     if (file.error()) {
         return {LoadResult::Status::Failed, file.error()};
@@ -70,7 +69,7 @@ LoadResult readStudentsCopy(const fs::path &copy, const TestBank &bank, StudentR
         return decodeStudentsFile(into, bank, bytes.view(), copy);
     } catch (const FileReadFailed &failure) {
         return {LoadResult::Status::Failed,
-                FileError{FileError::Kind::Unreadable, copy.string(), failure.what(), {}}};
+                FileError{FileError::Kind::Unreadable, copy.u8string(), failure.what(), {}}};
     }
 }
 
@@ -79,10 +78,9 @@ LoadResult readTestsCopy(const fs::path &copy, TestBank &into)
     TestBank bank;
     LoadResult result = loadTests(bank, copy);
     if (result.status == LoadResult::Status::Missing) {
-        return {LoadResult::Status::Failed, FileError{FileError::Kind::Unreadable,
-                                                      copy.string(),
-                                                      std::generic_category().message(ENOENT),
-                                                      {}}};
+        return {
+            LoadResult::Status::Failed,
+            FileError{FileError::Kind::Unreadable, copy.u8string(), systemErrorText(ENOENT), {}}};
     }
     if (result.ok()) {
         into = std::move(bank);

@@ -31,7 +31,7 @@ FileError refusedSave(const std::filesystem::path &path, const std::string &what
                       const std::string &problem)
 {
     return FileError{FileError::Kind::Unwritable,
-                     path.string(),
+                     path.u8string(),
                      what + " in memory is inconsistent: " + problem,
                      {}};
 }
@@ -39,7 +39,7 @@ FileError refusedSave(const std::filesystem::path &path, const std::string &what
 FileError tooLongText(const std::filesystem::path &path, const std::string &which)
 {
     return FileError{FileError::Kind::TooLong,
-                     path.string(),
+                     path.u8string(),
                      which + " is longer than " + std::to_string(MaxTextBytes) + " bytes",
                      {}};
 }

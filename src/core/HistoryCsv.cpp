@@ -145,7 +145,7 @@ void writeHistoryCsv(SqliteDatabase &db, std::ostream &out)
 std::optional<std::string> exportHistoryCsv(const fs::path &dataDir, std::ostream &out)
 {
     const fs::path path = historyPath(dataDir);
-    const std::string named = "The history file \"" + path.string() + "\"";
+    const std::string named = "The history file \"" + path.u8string() + "\"";
     std::error_code ec;
     if (!fs::exists(path, ec)) {
         CsvWriter csv(out);
@@ -157,9 +157,10 @@ std::optional<std::string> exportHistoryCsv(const fs::path &dataDir, std::ostrea
         // Without a log beside the file, the file is all there is and is read
         // as it stands, so that nothing is created in the folder; with one (the
         // program is running, or was killed), the log is read too.
-        const auto access = fs::exists(fs::path(path.string() + "-wal"), ec)
-                                ? SqliteDatabase::Access::ReadOnly
-                                : SqliteDatabase::Access::Immutable;
+        fs::path log = path;
+        log += "-wal";
+        const auto access = fs::exists(log, ec) ? SqliteDatabase::Access::ReadOnly
+                                                : SqliteDatabase::Access::Immutable;
         SqliteDatabase db(path, access);
         CsvWriter csv(out);
         writeHeader(csv);

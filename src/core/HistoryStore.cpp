@@ -1,13 +1,12 @@
 #include "core/HistoryStore.h"
 
+#include "core/FileSystem.h"
 #include "core/HistorySchema.h"
 #include "core/Sqlite.h"
-#include "core/UniqueFd.h"
 
 #include <sqlite3.h>
 
 #include <cstring>
-#include <fcntl.h>
 #include <fstream>
 
 namespace fs = std::filesystem;
@@ -20,12 +19,14 @@ constexpr int CheckpointPages = 1000;
 
 std::string quoted(const fs::path &path)
 {
-    return "\"" + path.string() + "\"";
+    return "\"" + path.u8string() + "\"";
 }
 
 fs::path beside(const fs::path &file, const std::string &suffix)
 {
-    return fs::path(file.string() + suffix);
+    fs::path named = file;
+    named += suffix;
+    return named;
 }
 
 // A file SQLite would take for a database starts with these 16 bytes. An empty
@@ -100,14 +101,6 @@ void copyDatabase(SqliteDatabase &from, SqliteDatabase &to)
     const int result = sqlite3_backup_finish(backup);
     if (result != SQLITE_OK)
         throw SqliteError(sqlite3_extended_errcode(to.handle()), sqlite3_errmsg(to.handle()));
-}
-
-// Makes a rename inside the directory survive a power cut.
-void syncDirectory(const fs::path &dir)
-{
-    const UniqueFd fd(::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (fd.valid())
-        ::fsync(fd.get());
 }
 
 } // namespace
@@ -322,10 +315,9 @@ std::optional<std::string> HistoryStore::backUpTo(const fs::path &file)
             // The copy is a single file, without a log beside it.
             copy.execute("PRAGMA journal_mode = DELETE");
         }
-        fs::rename(partial, file, ec);
-        if (ec)
-            throw SqliteError(SQLITE_CANTOPEN, ec.message());
-        syncDirectory(file.parent_path().empty() ? fs::path(".") : file.parent_path());
+        if (const int error = replaceFile(partial, file))
+            throw SqliteError(SQLITE_CANTOPEN, systemErrorText(error));
+        syncDirectory(file.parent_path());
         return std::nullopt;
     } catch (const SqliteError &error) {
         fs::remove(partial, ec);

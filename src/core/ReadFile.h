@@ -3,7 +3,7 @@
 #pragma once
 
 #include "core/FileError.h"
-#include "core/UniqueFd.h"
+#include "core/FileSystem.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -30,15 +30,11 @@ public:
     std::size_t read(char *into, std::size_t capacity);
 
 private:
-    UniqueFd m_fd;
+    NativeFile m_file;
     bool m_missing = false;
     std::optional<FileError> m_error;
     std::size_t m_size = 0;
 };
-
-// From this size on, a file read whole asks for huge pages; below it ordinary
-// pages are as quick and huge pages would waste memory.
-constexpr std::size_t HugePageWorthBytes = 4 * 1024 * 1024;
 
 // The rest of a file, read whole into memory of its own. Large files get memory
 // the system may back with huge pages, so that a new process fills 100 MB with

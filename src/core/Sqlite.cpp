@@ -17,7 +17,8 @@ std::string describe(sqlite3 *db, int code)
 std::string fileUri(const std::filesystem::path &path)
 {
     std::string uri = "file:";
-    for (const char c : path.string()) {
+    // UTF-8 with forward slashes, as SQLite reads a URI on every system.
+    for (const char c : path.generic_u8string()) {
         if (c == '%' || c == '?' || c == '#') {
             static constexpr char Hex[] = "0123456789ABCDEF";
             uri += '%';

@@ -212,8 +212,8 @@ LoadResult decodeFrom(ByteReader &in, StudentRecords &records, const TestBank &b
         records.currentSubject = loaded.currentSubject;
         records.currentSubjectName = std::move(loaded.currentSubjectName);
     } catch (const ReadError &damage) {
-        return {LoadResult::Status::Failed,
-                FileError{FileError::Kind::Damaged, path.string(), damage.what(), damage.offset()}};
+        return {LoadResult::Status::Failed, FileError{FileError::Kind::Damaged, path.u8string(),
+                                                      damage.what(), damage.offset()}};
     }
     return {LoadResult::Status::Loaded, std::nullopt};
 }
@@ -274,6 +274,6 @@ LoadResult loadStudents(StudentRecords &records, const TestBank &bank,
         return decodeFrom(in, records, bank, path);
     } catch (const FileReadFailed &failure) {
         return {LoadResult::Status::Failed,
-                FileError{FileError::Kind::Unreadable, path.string(), failure.what(), {}}};
+                FileError{FileError::Kind::Unreadable, path.u8string(), failure.what(), {}}};
     }
 }

@@ -281,8 +281,8 @@ LoadResult decodeFrom(std::string_view bytes, const std::shared_ptr<const void> 
         ByteReader in(bytes);
         bank = decodeTests(in, owner);
     } catch (const ReadError &damage) {
-        return {LoadResult::Status::Failed,
-                FileError{FileError::Kind::Damaged, path.string(), damage.what(), damage.offset()}};
+        return {LoadResult::Status::Failed, FileError{FileError::Kind::Damaged, path.u8string(),
+                                                      damage.what(), damage.offset()}};
     }
     return {LoadResult::Status::Loaded, std::nullopt};
 }
@@ -331,6 +331,6 @@ LoadResult loadTests(TestBank &bank, const std::filesystem::path &path)
         return decodeFrom(bytes->view(), bytes, bank, path);
     } catch (const FileReadFailed &failure) {
         return {LoadResult::Status::Failed,
-                FileError{FileError::Kind::Unreadable, path.string(), failure.what(), {}}};
+                FileError{FileError::Kind::Unreadable, path.u8string(), failure.what(), {}}};
     }
 }

@@ -109,6 +109,11 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "little later, until each one has been answered right. Practice never changes the "
         "<b>Last</b> or <b>High</b> score. <b>[Stop Practice]</b> ends it at any time. The "
         "review goes when a new test starts or another Student, Subject or Level is chosen.",
+        "<p>For children who cannot read yet, tick <b>Read aloud</b> before the test: each "
+        "question, in a test or in practice, is then read out as it shows (in Spelling, the "
+        "word to spell). <b>[Say it again]</b> beside the question, or <b>F2</b>, reads it "
+        "once more. Where the computer has no sound device or no voice, the box is greyed "
+        "out; rest the mouse on it to see why.",
 
         "<hr>",
         "<center><u><h3>Students</h3></u></center>",
@@ -137,6 +142,12 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "<p>After a test, click <b>[Tests]</b> to change the Subjects, the length of the "
         "tests, the Arithmetic settings or the questions. For more help, click "
         "<b>[Help]</b> on the Tests screen.",
+        "<p>To practise on paper, click <b>[Worksheet\u2026]</b>: it prints problems of the "
+        "Subject and Level selected, drawn as a test draws them. Choose how many (10 to "
+        "200) and whether the answer key comes with them, on a page of its own. The "
+        "<b>seed</b> at the foot of a sheet prints the very same sheet again when typed in; "
+        "left empty, a new sheet is drawn. A preview shows the pages before they are "
+        "printed or saved as a PDF file.",
         PageEnd,
     });
     return page;
@@ -174,10 +185,11 @@ QString studentsHelpPage()
         "Select the Student and click <b>[Delete Student]</b> (or press the <b>[Delete]</b> "
         "key in the list), then confirm with <b>[OK]</b>. The Student's scores are deleted as "
         "well, and so is the Student's history (every answer kept since the first test) when "
-        "this screen closes. A copy of the whole data folder made before the delete brings "
-        "both back, for as long as that copy is kept. The backups Tavrino makes itself (see "
-        "below) hold the Students and Tests data only: restoring one brings the Student and "
-        "the scores back, but not the history. The last remaining Student cannot be deleted.",
+        "this screen closes. Just before the delete Tavrino backs up both the Students data "
+        "and the history (see below): restoring the two copies made then brings the Student, "
+        "the scores and the history back, for as long as those copies are kept. Restoring "
+        "the Students copy alone brings the Student and the scores back without the history. "
+        "The last remaining Student cannot be deleted.",
         "<p><b><u>Progress:</u></b><br>",
         "Tavrino keeps every answer of every test. Click <b>[Progress…]</b> (Alt+P) to "
         "see the selected Student's score in each test over time, in the Subject chosen under "
@@ -244,11 +256,15 @@ QString studentsHelpPage()
         "<b>backups</b> folder inside the <b>data</b> directory: one when the program first "
         "saves each of them, and one just before every reset, every deleted Student, Subject "
         "or question and every revert to the defaults. The newest 30 copies of each are kept, "
-        "and the newest of each of the last 30 days on which one was made.",
+        "and the newest of each of the last 30 days on which one was made. The history of "
+        "answers is backed up too, just before a Student is deleted and before history that "
+        "matches no Student is given or deleted.",
         "<p>Click <b>[Backups\u2026]</b> to see them, newest first, with what each holds. Choose "
         "one and click <b>[Restore]</b> to bring that data back, for example after a reset "
         "by mistake. The data as it is now is kept as a backup first, so a restore can be "
-        "undone the same way.",
+        "undone the same way. Each is restored on its own: restoring the <b>Students</b> data "
+        "leaves the history as it is, and restoring the history leaves the Students and Tests "
+        "data as they are.",
         PageEnd,
     });
 }

@@ -2,6 +2,7 @@
 
 #include "MainScreenPanels.h"
 #include "MainScreenWidgets.h"
+#include "ReadAloud.h"
 #include "StartUp.h"
 #include "editor/TestsScreen.h"
 #include "help/HelpScreen.h"
@@ -42,7 +43,8 @@ constexpr QSize WindowFrameRoom(16, 40);
 
 MainScreen::MainScreen(Session &session, RandomSource &random, QWidget *parent)
     : QWidget(parent), m_session(session), m_random(random),
-      m_ui(std::make_unique<MainScreenPanels>(this))
+      m_ui(std::make_unique<MainScreenPanels>(this)),
+      m_readAloud(std::make_unique<ReadAloud>(*m_ui->readAloudBox, m_ui->sayAgainButtons, *this))
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(Title);
@@ -104,6 +106,16 @@ void MainScreen::setOtherScreens(OtherScreens screens)
     m_otherScreens = std::move(screens);
 }
 
+void MainScreen::setSpeaker(Speaker &speaker)
+{
+    m_readAloud->setSpeaker(speaker);
+}
+
+void MainScreen::setReadAloud(bool on)
+{
+    m_readAloud->setOn(on);
+}
+
 void MainScreen::connectControls()
 {
     connect(m_ui->subjectList, &QComboBox::currentIndexChanged, this, &MainScreen::chooseSubject);
@@ -111,6 +123,7 @@ void MainScreen::connectControls()
     connect(m_ui->studentsButton, &QPushButton::clicked, this, &MainScreen::openStudentsScreen);
     connect(m_ui->testsButton, &QPushButton::clicked, this, &MainScreen::openTestsScreen);
     connect(m_ui->helpButton, &QPushButton::clicked, this, &MainScreen::showHelp);
+    connect(m_ui->worksheetButton, &QPushButton::clicked, this, &MainScreen::printWorksheet);
     connect(m_ui->exitButton, &QPushButton::clicked, this, &MainScreen::exitProgram);
     connect(m_ui->startButton, &QPushButton::clicked, this, &MainScreen::startTest);
     connect(m_ui->stopButton, &QPushButton::clicked, this, &MainScreen::stopTest);
@@ -358,15 +371,15 @@ void MainScreen::showTotals()
 
 void MainScreen::hideCommandButtons()
 {
-    for (QPushButton *button :
-         {m_ui->studentsButton, m_ui->testsButton, m_ui->helpButton, m_ui->exitButton})
+    for (QPushButton *button : {m_ui->studentsButton, m_ui->testsButton, m_ui->worksheetButton,
+                                m_ui->helpButton, m_ui->exitButton})
         button->hide();
 }
 
 void MainScreen::showCommandButtons()
 {
-    for (QPushButton *button :
-         {m_ui->studentsButton, m_ui->testsButton, m_ui->helpButton, m_ui->exitButton})
+    for (QPushButton *button : {m_ui->studentsButton, m_ui->testsButton, m_ui->worksheetButton,
+                                m_ui->helpButton, m_ui->exitButton})
         button->show();
 }
 

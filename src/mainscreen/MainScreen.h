@@ -7,6 +7,8 @@
 #include "quiz/QuestionSequence.h"
 #include "review/PracticeRound.h"
 #include "review/TestRecord.h"
+#include "worksheets/WorksheetDialog.h"
+#include "worksheets/WorksheetPreview.h"
 
 #include <QWidget>
 
@@ -19,6 +21,8 @@
 class DataFolderLock;
 class QLineEdit;
 class RandomSource;
+class ReadAloud;
+class Speaker;
 struct MainScreenPanels;
 struct Session;
 
@@ -40,6 +44,20 @@ public:
     };
     void setOtherScreens(OtherScreens screens);
 
+    // The voice that reads the questions aloud. Without one, or with one that
+    // cannot be heard, the Read aloud box is off and says why.
+    void setSpeaker(Speaker &speaker);
+    // Ticks the Read aloud box, as --read-aloud does at start-up; it stays
+    // off where no voice can be heard.
+    void setReadAloud(bool on);
+    // How a worksheet is asked for and shown. The defaults open the dialog and
+    // the print preview; tests put their own steps here so that nothing blocks.
+    struct WorksheetSteps {
+        WorksheetAsker ask = askWorksheetSettings;
+        WorksheetPreviewer preview = previewWorksheet;
+    };
+    void setWorksheetSteps(WorksheetSteps steps);
+
     // True once start-up has failed and the program is closing.
     bool isEnding() const { return m_ending; }
 
@@ -58,6 +76,8 @@ public:
     void openTestsScreen();
     void showHelp();
     void exitProgram();
+    // A worksheet of the current subject and level, to print or save as a PDF.
+    void printWorksheet();
 
     // The timed test. One tick of the clock is one second of the test.
     void startTest();
@@ -135,7 +155,9 @@ private:
     Session &m_session;
     RandomSource &m_random;
     std::unique_ptr<MainScreenPanels> m_ui;
+    std::unique_ptr<ReadAloud> m_readAloud;
     OtherScreens m_otherScreens;
+    WorksheetSteps m_worksheetSteps;
 
     std::optional<std::string> m_dataDirectoryProblem;
     std::filesystem::path m_classFilesFrom;

@@ -7,6 +7,7 @@
 #include "ui/Colours.h"
 
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
 #include <QGridLayout>
@@ -109,13 +110,13 @@ MainScreenPanels::MainScreenPanels(QWidget *form)
 
     // Tab follows the screen from the top: the command buttons, the start
     // panel, whichever question is showing, and Stop. Hidden controls are skipped.
-    std::vector<QWidget *> tabChain = {studentsButton, testsButton, helpButton, exitButton,
-                                       subjectList};
+    std::vector<QWidget *> tabChain = {studentsButton, testsButton, worksheetButton,
+                                       helpButton,     exitButton,  subjectList};
     tabChain.insert(tabChain.end(), levelButtons.begin(), levelButtons.end());
     tabChain.insert(tabChain.end(),
-                    {startButton, reviewButton, reviewPanel->list(), reviewPanel->practiseButton(),
-                     reviewPanel->practiseWeakButton(), reviewPanel->backButton(), number1Box,
-                     number2Box, answerBox});
+                    {readAloudBox, startButton, reviewButton, reviewPanel->list(),
+                     reviewPanel->practiseButton(), reviewPanel->practiseWeakButton(),
+                     reviewPanel->backButton(), number1Box, number2Box, answerBox});
     tabChain.insert(tabChain.end(), answerButtons.begin(), answerButtons.end());
     tabChain.insert(tabChain.end(), {stopButton, practicePanel->stopButton()});
     setTabChain(tabChain);
@@ -140,13 +141,15 @@ QWidget *MainScreenPanels::buildButtonBar()
 {
     studentsButton = button("cmdSelectStudent", QStringLiteral("Students"));
     testsButton = button("cmdTest", QStringLiteral("Tests"));
+    worksheetButton = button("cmdWorksheet", QStringLiteral("&Worksheet\u2026"));
+    worksheetButton->setAccessibleName(QStringLiteral("Print a worksheet"));
     helpButton = button("cmdHelp", QStringLiteral("Help"));
     exitButton = button("cmdExit", QStringLiteral("E&xit"));
 
     auto *bar = new QWidget;
     auto *layout = new QHBoxLayout(bar);
     layout->setContentsMargins(0, 0, 0, 0);
-    for (QPushButton *push : {studentsButton, testsButton, helpButton}) {
+    for (QPushButton *push : {studentsButton, testsButton, worksheetButton, helpButton}) {
         push->setMinimumWidth(130);
         layout->addWidget(push);
     }
@@ -188,6 +191,10 @@ QFrame *MainScreenPanels::buildStartPanel()
     tabToCheckedButton(levelGroup->buttons());
     levelRow->addStretch();
 
+    // Off at every start; it is kept in neither data file.
+    readAloudBox = named(new QCheckBox(QStringLiteral("&Read aloud")), "chkReadAloud");
+    readAloudBox->setFont(arial(14, true));
+
     startButton = button("cmdStartTest", QStringLiteral("Start Test"), 20);
     startButton->setMinimumSize(260, 64);
     // While the button is held back after a test, the message under it stays put.
@@ -215,6 +222,7 @@ QFrame *MainScreenPanels::buildStartPanel()
     layout->addLayout(subjectRow);
     layout->addWidget(caption(QStringLiteral("Level:"), 16, true));
     layout->addLayout(levelRow);
+    layout->addWidget(readAloudBox);
     layout->addSpacing(8);
     layout->addLayout(startRow);
     layout->addWidget(outcome);

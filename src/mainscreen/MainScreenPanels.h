@@ -9,6 +9,7 @@
 
 class PracticePanel;
 class QButtonGroup;
+class QCheckBox;
 class QComboBox;
 class QFrame;
 class QLabel;
@@ -29,6 +30,7 @@ struct MainScreenPanels {
 
     QPushButton *studentsButton = nullptr;
     QPushButton *testsButton = nullptr;
+    QPushButton *worksheetButton = nullptr;
     QPushButton *helpButton = nullptr;
     QPushButton *exitButton = nullptr;
 
@@ -36,6 +38,7 @@ struct MainScreenPanels {
     QComboBox *subjectList = nullptr;
     std::array<QRadioButton *, LevelCount> levelButtons{};
     QButtonGroup *levelGroup = nullptr;
+    QCheckBox *readAloudBox = nullptr;
     QPushButton *startButton = nullptr;
     // Beside Start Test after a test with answers to look back on.
     QPushButton *reviewButton = nullptr;
@@ -65,6 +68,9 @@ struct MainScreenPanels {
     QLabel *equalsSign = nullptr;
     QLineEdit *answerBox = nullptr;
     QLabel *arithmeticInstruction = nullptr;
+    // Beside the instruction of each question panel, shown while questions are
+    // read aloud: the Arithmetic one, then the multiple-choice one.
+    std::array<QPushButton *, 2> sayAgainButtons{};
 
     QFrame *multipleChoicePanel = nullptr;
     QLabel *questionLabel = nullptr;

@@ -12,6 +12,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -32,6 +33,19 @@ constexpr double LargestGrowth = 2.5;
 int grown(int points, double growth)
 {
     return qRound(points * growth);
+}
+
+// The panel's instruction, with "Say it again" at the other end of its row.
+// The button takes no focus: a click leaves the child in the blank or on the
+// answers, and F2 does the same from the keyboard.
+QHBoxLayout *instructionRow(QLabel *instruction, QPushButton *sayAgain)
+{
+    sayAgain->setFocusPolicy(Qt::NoFocus);
+    sayAgain->setToolTip(QStringLiteral("Reads the question aloud again (F2)"));
+    auto *row = new QHBoxLayout;
+    row->addWidget(instruction, 1);
+    row->addWidget(sayAgain, 0, Qt::AlignTop);
+    return row;
 }
 
 } // namespace
@@ -67,7 +81,8 @@ QFrame *MainScreenPanels::buildArithmeticPanel()
     auto *layout = new QVBoxLayout(arithmeticPanel);
     layout->setContentsMargins(16, 16, 16, 16);
     layout->setSpacing(14);
-    layout->addWidget(arithmeticInstruction);
+    sayAgainButtons[0] = button("cmdSayAgain_Math", QStringLiteral("Say it again (F2)"));
+    layout->addLayout(instructionRow(arithmeticInstruction, sayAgainButtons[0]));
     layout->addWidget(strip);
     layout->addStretch();
     arithmeticPanel->hide();
@@ -105,7 +120,8 @@ QFrame *MainScreenPanels::buildMultipleChoicePanel()
     layout->setContentsMargins(16, 16, 16, 16);
     layout->setSpacing(12);
     layout->addWidget(questionLabel);
-    layout->addWidget(multipleChoiceInstruction);
+    sayAgainButtons[1] = button("cmdSayAgain_Multi", QStringLiteral("Say it again (F2)"));
+    layout->addLayout(instructionRow(multipleChoiceInstruction, sayAgainButtons[1]));
     layout->addWidget(answerStrip);
     layout->addStretch();
     multipleChoicePanel->hide();

@@ -7,6 +7,7 @@
 #include "MainScreen.h"
 
 #include "MainScreenPanels.h"
+#include "ReadAloud.h"
 #include "core/History.h"
 #include "fluency/WeakFacts.h"
 #include "review/PracticePanel.h"
@@ -172,6 +173,7 @@ void MainScreen::endPractice(bool finished)
         QString::fromStdString(finished ? m_practice->praise() : reviewHeading(m_testRecord));
     m_answerRecording.end(!finished);
     m_practice.reset();
+    m_readAloud->endTest();
     m_ui->arithmeticPanel->hide();
     m_ui->multipleChoicePanel->hide();
     m_ui->practicePanel->hide();

@@ -5,7 +5,9 @@
 #include "MainScreen.h"
 
 #include "MainScreenPanels.h"
+#include "ReadAloud.h"
 #include "quiz/Judge.h"
+#include "speech/SpokenQuestion.h"
 #include "ui/ClassHistory.h"
 #include "ui/Colours.h"
 #include "ui/Prompt.h"
@@ -140,6 +142,7 @@ void MainScreen::endTest()
     const WaitCursor wait;
     StudentRecords &records = m_session.records;
     m_ui->clock->stop();
+    m_readAloud->endTest();
     m_ui->stopButton->hide();
     m_ui->arithmeticPanel->hide();
     m_ui->multipleChoicePanel->hide();
@@ -247,6 +250,9 @@ void MainScreen::showQuestion()
         m_ui->fitAnswers();
         clearChosenAnswer();
         questionShown();
+        m_readAloud->askQuestion(m_session.records.currentSubject == SpellingSubject
+                                     ? spokenSpelling(m_multipleChoice)
+                                     : spokenChoices(m_multipleChoice));
         return;
     }
 
@@ -278,6 +284,7 @@ void MainScreen::showQuestion()
     }
     blankBox()->setFocus();
     questionShown();
+    m_readAloud->askQuestion(spokenArithmetic(m_arithmetic));
 }
 
 QLineEdit *MainScreen::blankBox() const

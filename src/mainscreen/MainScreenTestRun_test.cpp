@@ -30,8 +30,8 @@ TEST_F(MainScreenTest, AnArithmeticTestRunsFromTheKeyboardToTheEndOfTheClockAndI
     session.records.students[0].level = 3;
     screen->openStudentsScreen();
     button("cmdSelectStudent")->setFocus();
-    EXPECT_EQ(tabStops(*screen), Names({"cmdSelectStudent", "cmdTest", "cmdHelp", "cmdExit",
-                                        "cmbSubject", "optLevel3", "cmdStartTest"}))
+    EXPECT_EQ(tabStops(*screen), Names({"cmdSelectStudent", "cmdTest", "cmdWorksheet", "cmdHelp",
+                                        "cmdExit", "cmbSubject", "optLevel3", "cmdStartTest"}))
         << "one stop for the levels: the chosen one";
 
     // The arrow keys choose the level; Enter on it starts the test, as Start Test does.

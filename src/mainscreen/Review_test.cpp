@@ -201,10 +201,10 @@ TEST_F(ReviewTest, TheReviewListsTheMissedFirstInRedAndIsReadOutAndWorkedByKeybo
     ASSERT_NE(list, nullptr);
     ASSERT_GT(list->childCount(), 0);
     EXPECT_EQ(list->child(0)->text(QAccessible::Name).toStdString(), expected[0]);
-    EXPECT_EQ(
-        tabStops(*screen),
-        std::vector<std::string>({"lstReview", "cmdPractise", "cmdPractiseWeak", "cmdReviewBack",
-                                  "cmdSelectStudent", "cmdTest", "cmdHelp", "cmdExit"}));
+    EXPECT_EQ(tabStops(*screen),
+              std::vector<std::string>({"lstReview", "cmdPractise", "cmdPractiseWeak",
+                                        "cmdReviewBack", "cmdSelectStudent", "cmdTest",
+                                        "cmdWorksheet", "cmdHelp", "cmdExit"}));
     QTest::keyClick(reviewList(), Qt::Key_Escape);
     EXPECT_EQ(showing({"fraStartTest", "fraReview", "cmdReview"}), "fraStartTest|cmdReview");
     EXPECT_EQ(screen->focusWidget(), button("cmdReview"));

@@ -428,7 +428,8 @@ void StudentsScreen::deleteStudent()
     const int student = selectedStudent();
     if (student < 0)
         return;
-    m_session.backUpBeforeLoss({DataFile::Students}, this);
+    // The history is erased with the student: both are copied first.
+    m_session.backUpBeforeLoss({DataFile::Students, DataFile::History}, this);
     {
         const BusyScope busy(m_busy);
         std::unique_ptr<QListWidgetItem> line(m_studentList->takeItem(student));

@@ -149,6 +149,8 @@ void UnmatchedHistoryDialog::giveToStudent()
                            "history and cannot be taken apart again.")
                 .arg(QString::fromStdString(history.name), m_studentList->currentText())))
         return;
+    // A copy first, so that a wrong choice can be taken back from Backups….
+    m_session.backUpBeforeLoss({DataFile::History}, this);
     m_session.history->roster().giveUnmatched(history.key, student);
     fillList();
 }
@@ -164,6 +166,7 @@ void UnmatchedHistoryDialog::deleteHistory()
             QStringLiteral("Delete the history of \"%1\"? Its tests and answers are erased.")
                 .arg(QString::fromStdString(history.name))))
         return;
+    m_session.backUpBeforeLoss({DataFile::History}, this);
     m_session.history->roster().deleteUnmatched(history.key);
     fillList();
 }

@@ -3,12 +3,14 @@
 #include "Prompt.h"
 #include "Session.h"
 #include "core/History.h"
+#include "core/HistoryBackups.h"
 
 #include <optional>
 
 void openHistory(Session &session)
 {
     session.history = std::make_unique<History>(session.paths.dataDir, session.clock);
+    addHistorySource(session.backups, *session.history, session.paths.dataDir);
     session.history->subjects().matchSubjects(subjectNames(session.bank));
     // At start-up the roster is read later, by the Students screen, which matches it then.
     if (!session.records.students.empty())

@@ -16,8 +16,9 @@ class QWidget;
 struct Session;
 
 // Opens (or starts) the history in the data folder, with the bank's subjects and
-// the roster in memory matched to it. Never fails: trouble becomes a message
-// for tellHistoryTrouble.
+// the roster in memory matched to it, and backs it up with the data files from
+// then on. Never fails: trouble becomes a message for tellHistoryTrouble. Once
+// per session: the backups keep hold of the history opened.
 void openHistory(Session &session);
 
 // Shows each message the history has for the teacher (it was damaged and started

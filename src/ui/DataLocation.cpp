@@ -10,11 +10,24 @@ namespace {
 
 const QString DataDirName = QStringLiteral("data");
 
+// Set by the build: 0 for the Debian package, 1 otherwise.
+constexpr bool DataBesideProgram = TAVRINO_DATA_BESIDE_PROGRAM != 0;
+
+QString userDataLocation()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+
 } // namespace
 
 QString portableDataDir()
 {
     return QDir(QCoreApplication::applicationDirPath()).filePath(DataDirName);
+}
+
+bool mayKeepDataBesideProgram()
+{
+    return DataBesideProgram;
 }
 
 bool canCreateFilesIn(const QString &dir)
@@ -41,9 +54,12 @@ QString chooseDataDir(const QString &programDir, const QString &userDataDir)
 
 std::filesystem::path dataDirForThisProgram()
 {
+    if (!mayKeepDataBesideProgram()) {
+        QDir().mkpath(userDataLocation());
+        return QDir(QDir(userDataLocation()).filePath(DataDirName)).filesystemPath();
+    }
     const QString chosen =
-        chooseDataDir(QCoreApplication::applicationDirPath(),
-                      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+        chooseDataDir(QCoreApplication::applicationDirPath(), userDataLocation());
     return QDir(chosen).filesystemPath();
 }
 
@@ -61,6 +77,8 @@ QString classFilesLeftBehind(const QString &programDir, const QString &chosenDat
 
 std::filesystem::path classFilesLeftBehind(const std::filesystem::path &chosenDataDir)
 {
+    if (!mayKeepDataBesideProgram())
+        return {};
     const QString folder = classFilesLeftBehind(QCoreApplication::applicationDirPath(),
                                                 QString::fromStdString(chosenDataDir.string()));
     return folder.isEmpty() ? std::filesystem::path() : QDir(folder).filesystemPath();

@@ -92,7 +92,8 @@ bool Session::saveStudents(QWidget *parent)
 void Session::backUpBeforeLoss(std::initializer_list<DataFile> files, QWidget *parent)
 {
     for (const DataFile file : files)
-        tellBackup(*this, backups.backUp(file), file, parent);
+        if (backups.keeps(file))
+            tellBackup(*this, backups.backUp(file), file, parent);
 }
 
 bool Session::restoreBackup(const Backup &backup, QWidget *parent)
@@ -107,6 +108,11 @@ bool Session::restoreBackup(const Backup &backup, QWidget *parent)
         break;
     case DataFile::Tests:
         read = readTestsCopy(backup.path, restoredBank);
+        break;
+    case DataFile::History:
+        if (const BackupSummary summary = backups.summarise(backup); !summary.readable)
+            read = {LoadResult::Status::Failed,
+                    FileError{FileError::Kind::Unreadable, backup.path.string(), summary.text, {}}};
         break;
     }
     if (!read.ok()) {
@@ -134,6 +140,10 @@ bool Session::restoreBackup(const Backup &backup, QWidget *parent)
             history->subjects().matchSubjects(subjectNames(bank));
         // A file that could not be used at start-up has been backed up and replaced.
         keepTestsFile = false;
+        break;
+    case DataFile::History:
+        // The open history now holds the copy and has matched it to the roster
+        // and the subjects in memory; the two files stay as they are.
         break;
     }
     return true;

@@ -52,11 +52,13 @@ struct Session {
 
     // Before an action that wipes or removes results, students, subjects or
     // questions, once the user has confirmed it: a copy of each file as last
-    // saved. A failed copy is told (once) and the action goes on.
+    // saved (of the history, as it is; none while it is not open). A failed
+    // copy is told (once) and the action goes on.
     void backUpBeforeLoss(std::initializer_list<DataFile> files, QWidget *parent);
 
     // Puts a backup in its file's place, after a backup of the file as it is
-    // now, and the bank or roster in memory becomes the restored one. Asks
+    // now, and the bank or roster in memory becomes the restored one (a
+    // restored history is matched to the roster and bank as they are). Asks
     // nothing. On failure the user is told why, and files and memory stay as
     // they were. True when restored.
     bool restoreBackup(const Backup &backup, QWidget *parent);

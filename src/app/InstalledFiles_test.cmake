@@ -1,0 +1,101 @@
+# Checks what an install puts beside the program against the program itself:
+# the manual page describes exactly the options `tavrino --help` lists, and the
+# version the program shows is the one of the metainfo's newest release and of
+# the package changelog's newest entry. Where the Debian tools are installed,
+# the metainfo, the desktop entry and the manual page also pass their checks.
+# Run with cmake -DPROGRAM=... -DVERSION=... -DMANPAGE=... -DMETAINFO=...
+#                -DDESKTOP=... -DCHANGELOG=... -P InstalledFiles_test.cmake
+cmake_minimum_required(VERSION 3.21)
+set(failures "")
+macro(fail message)
+    string(APPEND failures "  ${message}\n")
+endmacro()
+
+set(ENV{QT_QPA_PLATFORM} offscreen)
+
+execute_process(COMMAND ${PROGRAM} --version OUTPUT_VARIABLE shown RESULT_VARIABLE status)
+if(NOT status EQUAL 0 OR NOT shown STREQUAL "Tavrino ${VERSION}\n")
+    fail("tavrino --version says '${shown}' (status ${status}), not 'Tavrino ${VERSION}'")
+endif()
+
+# The long options of the help: lines such as "  -v, --version" or "  --data-dir <dir>".
+execute_process(COMMAND ${PROGRAM} --help OUTPUT_VARIABLE help RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+    fail("tavrino --help ended with status ${status}")
+endif()
+string(REGEX MATCHALL "\n  (-[a-zA-Z], )?--[a-z][a-z-]*" helpLines "${help}")
+set(helpOptions "")
+foreach(line IN LISTS helpLines)
+    string(REGEX REPLACE ".*--" "" name "${line}")
+    list(APPEND helpOptions ${name})
+endforeach()
+if(NOT helpOptions)
+    fail("no option found in the help:\n${help}")
+endif()
+
+# The options the manual page describes: the tag line after each .TP of OPTIONS.
+file(READ ${MANPAGE} man)
+string(REGEX MATCH "\n\\.SH OPTIONS\n.*" options "${man}")
+string(REGEX REPLACE "(.)\n\\.SH .*" "\\1" options "${options}")
+string(REGEX MATCHALL "\n\\.TP\n[^\n]*" tags "${options}")
+set(manOptions "")
+foreach(tag IN LISTS tags)
+    string(REGEX MATCH "\\\\-\\\\-[a-z]([a-z]|\\\\-)*" long "${tag}")
+    string(REPLACE "\\-" "-" long "${long}")
+    string(REGEX REPLACE "^--" "" long "${long}")
+    if(long)
+        list(APPEND manOptions ${long})
+    endif()
+endforeach()
+foreach(name IN LISTS helpOptions)
+    if(NOT name IN_LIST manOptions)
+        fail("--${name} is in the help but not among the manual page's OPTIONS")
+    endif()
+endforeach()
+foreach(name IN LISTS manOptions)
+    if(NOT name IN_LIST helpOptions)
+        fail("the manual page describes --${name}, which the help does not list")
+    endif()
+endforeach()
+
+file(READ ${METAINFO} metainfo)
+string(REGEX MATCH "<release version=\"[^\"]*\"" release "${metainfo}")
+if(NOT release STREQUAL "<release version=\"${VERSION}\"")
+    fail("the metainfo's newest release is '${release}', not version ${VERSION}")
+endif()
+file(STRINGS ${CHANGELOG} changelogTop LIMIT_COUNT 1)
+if(NOT changelogTop MATCHES "^tavrino \\(${VERSION}\\) ")
+    fail("the package changelog starts with '${changelogTop}', not version ${VERSION}")
+endif()
+
+find_program(APPSTREAMCLI appstreamcli)
+if(APPSTREAMCLI)
+    execute_process(COMMAND ${APPSTREAMCLI} validate --no-net ${METAINFO}
+                    OUTPUT_VARIABLE out ERROR_VARIABLE out RESULT_VARIABLE status)
+    if(NOT status EQUAL 0)
+        fail("appstreamcli does not accept the metainfo:\n${out}")
+    endif()
+endif()
+find_program(DESKTOP_FILE_VALIDATE desktop-file-validate)
+if(DESKTOP_FILE_VALIDATE)
+    execute_process(COMMAND ${DESKTOP_FILE_VALIDATE} ${DESKTOP}
+                    OUTPUT_VARIABLE out ERROR_VARIABLE out RESULT_VARIABLE status)
+    if(NOT status EQUAL 0 OR out)
+        fail("desktop-file-validate:\n${out}")
+    endif()
+endif()
+find_program(MAN man)
+if(MAN)
+    set(ENV{MANWIDTH} 80)
+    set(ENV{LC_ALL} C.UTF-8)
+    execute_process(COMMAND ${MAN} --warnings -E UTF-8 -l ${MANPAGE}
+                    OUTPUT_QUIET ERROR_VARIABLE warnings RESULT_VARIABLE status)
+    if(NOT status EQUAL 0 OR warnings)
+        fail("man finds fault with the manual page:\n${warnings}")
+    endif()
+endif()
+
+if(failures)
+    message(FATAL_ERROR "The installed files do not match the program:\n${failures}")
+endif()
+message(STATUS "Options in the help and the manual page: ${helpOptions}")
