@@ -66,6 +66,7 @@ int runWindows(int argc, char *argv[])
     const std::filesystem::path dataDir = invocation.dataDir.value_or(dataDirForThisProgram());
     DialogPrompt prompt;
     Session session(DataPaths::in(dataDir), prompt);
+    session.mode = invocation.classroom ? ProgramMode::Classroom : ProgramMode::Normal;
 
     RandomSource random;
     // Asked before the window shows whether it can be heard (a few hundredths

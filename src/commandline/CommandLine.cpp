@@ -28,6 +28,7 @@ const QString DataDirOption = QStringLiteral("data-dir");
 const QString HelpOption = QStringLiteral("help");
 const QString VersionOption = QStringLiteral("version");
 const QString ReadAloudOption = QStringLiteral("read-aloud");
+const QString ClassroomOption = QStringLiteral("classroom");
 const QString WorksheetOption = QStringLiteral("worksheet");
 
 const std::vector<OptionEntry> &otherOptions()
@@ -43,6 +44,10 @@ const std::vector<OptionEntry> &otherOptions()
          QStringLiteral("Use DIR as the data folder, windows included."),
          {}},
         {{ReadAloudOption}, {}, QStringLiteral("Start with Read aloud on."), {}},
+        {{ClassroomOption},
+         {},
+         QStringLiteral("Open the windows in classroom mode (see above)."),
+         {}},
         {{QStringLiteral("subject")},
          QStringLiteral("name"),
          QStringLiteral("The worksheet's subject, by name (any case)."),
@@ -74,7 +79,12 @@ const QString Description =
                    "Without a job, Tavrino opens its windows. A job runs without a window or a\n"
                    "display: it reads the data folder, never changes it, and takes a missing\n"
                    "Students file for a class without students. Exit status: 0 done, 1 a data\n"
-                   "file could not be read or the output not written, 2 a wrong command line.");
+                   "file could not be read or the output not written, 2 a wrong command line.\n"
+                   "\n"
+                   "In classroom mode the windows are for children: they choose their name,\n"
+                   "subject and level, take tests and see results. The Tests screen,\n"
+                   "worksheets, adding, renaming and deleting students, resets and backups\n"
+                   "are left to the teacher's copy, and Exit asks first.");
 
 void declareOptions(QCommandLineParser &parser)
 {
@@ -240,6 +250,7 @@ Invocation readCommandLine(const QStringList &arguments)
     for (const QString &name : parser.optionNames())
         invocation.values.insert(name, parser.value(name));
     invocation.readAloud = parser.isSet(ReadAloudOption);
+    invocation.classroom = parser.isSet(ClassroomOption);
     if (parser.isSet(DataDirOption)) {
         const QString folder = QFileInfo(parser.value(DataDirOption)).absoluteFilePath();
         invocation.dataDir = QDir(folder).filesystemPath();

@@ -24,6 +24,7 @@ struct Invocation {
     Action action = Action::Windows;
     std::optional<std::filesystem::path> dataDir; // --data-dir, made absolute
     bool readAloud = false;                       // --read-aloud: the windows start with it on
+    bool classroom = false;                       // --classroom: the windows for children
     const Job *job = nullptr;
     QString jobValue;               // the value given to the job's option
     QHash<QString, QString> values; // every option given, by name; a switch has an empty value

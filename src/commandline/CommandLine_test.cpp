@@ -41,6 +41,7 @@ TEST(CommandLine, SaysWhatEachCommandLineAsksFor)
         {"", Action::Windows, "", ""},
         {"--data-dir /school/3B", Action::Windows, "", ""},
         {"--read-aloud --data-dir /school/3B", Action::Windows, "", ""},
+        {"--classroom --data-dir /school/3B", Action::Windows, "", ""},
         {"--export-csv out.csv", Action::Job, "export-csv", "out.csv"},
         {"--export-csv=-", Action::Job, "export-csv", "-"},
         {"--data-dir /school/3B --report-pdf 3B.pdf", Action::Job, "report-pdf", "3B.pdf"},
@@ -72,6 +73,8 @@ TEST(CommandLine, SaysWhatEachCommandLineAsksFor)
     EXPECT_FALSE(read({}).dataDir.has_value());
     EXPECT_TRUE(read(split("--data-dir /school/3B --read-aloud")).readAloud);
     EXPECT_FALSE(read(split("--data-dir /school/3B")).readAloud);
+    EXPECT_TRUE(read(split("--classroom --data-dir /school/3B")).classroom);
+    EXPECT_FALSE(read(split("--read-aloud")).classroom);
 }
 
 TEST(CommandLine, ARelativeDataFolderIsTakenFromTheCurrentFolder)
@@ -97,6 +100,7 @@ TEST(CommandLine, UsageErrorsAreOneLineThatNamesTheProblem)
         {"--data-dir a --data-dir b", "--data-dir"},
         {"results.csv", "results.csv"},
         {"--version=2", "version"},
+        {"--classroom=yes", "classroom"},
         // A worksheet's settings go with --worksheet, once each.
         {"--subject Spelling --level 3", "--subject goes with --worksheet"},
         {"--export-csv a.csv --no-key", "--no-key goes with --worksheet"},
@@ -129,6 +133,7 @@ TEST(CommandLine, HelpListsEveryOptionOnOneLineAndVersionComesFromTheBuild)
 
     QStringList expected = {QStringLiteral("--help"),           QStringLiteral("--version"),
                             QStringLiteral("--data-dir <dir>"), QStringLiteral("--read-aloud"),
+                            QStringLiteral("--classroom"),
                             QStringLiteral("--subject <name>"), QStringLiteral("--level <level>"),
                             QStringLiteral("--count <n>"),      QStringLiteral("--seed <number>"),
                             QStringLiteral("--no-key")};

@@ -38,9 +38,17 @@ QString actualDataDirSentence(const QString &dataDir, bool besideProgram)
         .arg(shown);
 }
 
+// A paragraph of the classroom mode's own, or nothing in the teacher's copy.
+QString classroomNote(ProgramMode mode, const char *text)
+{
+    if (mode != ProgramMode::Classroom)
+        return {};
+    return QStringLiteral("<p><i>In this classroom copy of Tavrino,</i> %1").arg(QString::fromUtf8(text));
+}
+
 } // namespace
 
-QString mainHelpPage(const QString &dataDir, bool besideProgram)
+QString mainHelpPage(const QString &dataDir, bool besideProgram, ProgramMode mode)
 {
     QString page = join({
         PageStart,
@@ -124,7 +132,11 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "<p>After a test, click <b>[Students]</b> to select another Student, to add, rename "
         "or delete Students, or to look at their scores. For more help, click "
         "<b>[Help]</b> on the Students screen.",
-
+    });
+    page += classroomNote(mode, "the Students screen is for choosing your own name and looking "
+                                "at scores: only the teacher's copy can add, rename or delete "
+                                "Students.");
+    page += join({
         "<hr>",
         "<center><u><h3>Tests</h3></u></center>",
         "<p>The program comes with these default Subjects:",
@@ -148,19 +160,29 @@ QString mainHelpPage(const QString &dataDir, bool besideProgram)
         "<b>seed</b> at the foot of a sheet prints the very same sheet again when typed in; "
         "left empty, a new sheet is drawn. A preview shows the pages before they are "
         "printed or saved as a PDF file.",
-        PageEnd,
     });
+    page += classroomNote(mode, "there is no <b>[Tests]</b> or <b>[Worksheet\u2026]</b> button: "
+                                "only the teacher's copy can change the tests or print "
+                                "worksheets. <b>[Exit]</b> asks before Tavrino closes.");
+    page += QString::fromUtf8(PageEnd);
     return page;
 }
 
-QString studentsHelpPage()
+QString studentsHelpPage(ProgramMode mode)
 {
-    return join({
+    QString page = join({
         PageStart,
         "<center><u><h3>Students</h3></u></center>",
         "<p>This screen keeps your <b>Class</b>: the list of Students who take the tests, "
         "and the scores each of them has reached. The Student who is selected when this "
         "screen closes is the one who takes the next test.",
+    });
+    // First, so that a child reading on does not look for the buttons below.
+    page += classroomNote(mode, "choose your own name, Subject and Level here and look at the "
+                                "scores. Only the teacher's copy can add, rename or delete "
+                                "Students, reset scores or restore backups, so the buttons "
+                                "described for these below are not shown.");
+    page += join({
         EnterWarning,
         "<p><b><u>Selecting a Student:</u></b><br>",
         "Click a name in the list under <b>Select a Student</b>. The name appears in the "
@@ -267,6 +289,7 @@ QString studentsHelpPage()
         "data as they are.",
         PageEnd,
     });
+    return page;
 }
 
 QString testsHelpPage()

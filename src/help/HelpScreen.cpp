@@ -32,16 +32,16 @@ PageInfo infoFor(HelpPage page)
     return {QStringLiteral("frmHelp_Tests"), QStringLiteral("Tavrino: Tests Screen Help")};
 }
 
-QString pageText(HelpPage page, const DataPaths &paths)
+QString pageText(HelpPage page, const DataPaths &paths, ProgramMode mode)
 {
     switch (page) {
     case HelpPage::Main: {
         const QString dataDir = QDir(paths.dataDir).absolutePath();
         const bool besideProgram = dataDir == QDir(portableDataDir()).absolutePath();
-        return mainHelpPage(dataDir, besideProgram);
+        return mainHelpPage(dataDir, besideProgram, mode);
     }
     case HelpPage::Students:
-        return studentsHelpPage();
+        return studentsHelpPage(mode);
     case HelpPage::Tests:
         break;
     }
@@ -50,7 +50,13 @@ QString pageText(HelpPage page, const DataPaths &paths)
 
 } // namespace
 
-HelpScreen::HelpScreen(HelpPage page, const DataPaths &paths, QWidget *parent) : QDialog(parent)
+HelpScreen::HelpScreen(HelpPage page, const DataPaths &paths, QWidget *parent)
+    : HelpScreen(page, paths, ProgramMode::Normal, parent)
+{
+}
+
+HelpScreen::HelpScreen(HelpPage page, const DataPaths &paths, ProgramMode mode, QWidget *parent)
+    : QDialog(parent)
 {
     const PageInfo info = infoFor(page);
     setObjectName(info.objectName);
@@ -68,7 +74,7 @@ HelpScreen::HelpScreen(HelpPage page, const DataPaths &paths, QWidget *parent) :
     readingFont.setPointSizeF(readingFont.pointSizeF() + 1);
     viewer->setFont(readingFont);
     viewer->document()->setDocumentMargin(12);
-    viewer->setHtml(pageText(page, paths));
+    viewer->setHtml(pageText(page, paths, mode));
 
     auto *closeButton = new QPushButton(QStringLiteral("Close"), this);
     closeButton->setObjectName(QStringLiteral("cmdClose"));

@@ -1,5 +1,6 @@
 // The help screens: each opens on its own page and closes, the main page tells
-// where this installation keeps its data, and the Tests page's examples hold.
+// where this installation keeps its data, the Tests page's examples hold, and
+// the classroom mode's pages say what only the teacher's copy does.
 #include "help/HelpScreen.h"
 
 #include "core/DefaultBank.h"
@@ -111,4 +112,23 @@ TEST(HelpScreen, TheExampleOfSwitchedNumbersIsAtALevelThatSwitchesThem)
     buildDefaultTests(bank);
     EXPECT_TRUE(bank.arithSwitch.at(level.captured(1).toInt())[SwitchNumbers])
         << level.captured(0).toStdString();
+}
+
+TEST(HelpScreen, InClassroomModeThePagesSayWhereTheTeachersToolsAre)
+{
+    const TempDataDir data;
+    const QString note = QStringLiteral("In this classroom copy of Tavrino,");
+    for (const HelpPage page : {HelpPage::Main, HelpPage::Students}) {
+        const HelpScreen teachers(page, data.paths());
+        const HelpScreen classroom(page, data.paths(), ProgramMode::Classroom);
+        const QString normalText = browser(teachers)->toPlainText();
+        const QString classroomText = browser(classroom)->toPlainText();
+        EXPECT_FALSE(normalText.contains(note));
+        EXPECT_TRUE(classroomText.contains(note)) << int(page);
+        EXPECT_TRUE(classroomText.contains(QStringLiteral("only the teacher's copy can")));
+        // The rest of the page is the same text.
+        EXPECT_EQ(headings(*browser(classroom)->document()),
+                  headings(*browser(teachers)->document()));
+        EXPECT_GT(classroomText.size(), normalText.size());
+    }
 }

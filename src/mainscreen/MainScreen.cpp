@@ -12,6 +12,7 @@
 #include "ui/Accessibility.h"
 #include "ui/ClassHistory.h"
 #include "ui/DataFolderLock.h"
+#include "ui/ProgramMode.h"
 #include "ui/Prompt.h"
 #include "ui/Session.h"
 #include "ui/WaitCursor.h"
@@ -65,7 +66,7 @@ MainScreen::MainScreen(Session &session, RandomSource &random, QWidget *parent)
         takeKeyboardBack();
     };
     m_otherScreens.help = [this] {
-        HelpScreen screen(HelpPage::Main, m_session.paths, this);
+        HelpScreen screen(HelpPage::Main, m_session.paths, m_session.mode, this);
         screen.exec();
         takeKeyboardBack();
     };
@@ -74,6 +75,7 @@ MainScreen::MainScreen(Session &session, RandomSource &random, QWidget *parent)
     // wait until the screen is up.
     m_dataDirectoryProblem = makeDataDirectory(m_session.paths.dataDir);
     connectControls();
+    applyProgramMode(*this, m_session.mode);
 }
 
 MainScreen::~MainScreen() = default;
@@ -380,7 +382,7 @@ void MainScreen::showCommandButtons()
 {
     for (QPushButton *button : {m_ui->studentsButton, m_ui->testsButton, m_ui->worksheetButton,
                                 m_ui->helpButton, m_ui->exitButton})
-        button->show();
+        button->setVisible(!hiddenInMode(*button, m_session.mode));
 }
 
 // Puts the current subject and level on the start panel after another screen

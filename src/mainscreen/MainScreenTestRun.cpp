@@ -183,6 +183,15 @@ void MainScreen::endTest()
 void MainScreen::closeEvent(QCloseEvent *event)
 {
     if (!isTestRunning()) {
+        // In a classroom a stray click on Exit would leave the next child
+        // without the program; a test already asks below.
+        if (m_session.mode == ProgramMode::Classroom && !m_ending &&
+            !m_session.prompt.confirm(this, QStringLiteral("Exit"),
+                                      QStringLiteral("Do you want to close Tavrino?"))) {
+            takeKeyboardBack();
+            event->ignore();
+            return;
+        }
         QWidget::closeEvent(event);
         return;
     }

@@ -9,6 +9,7 @@
 #include "help/HelpScreen.h"
 #include "ui/ClassHistory.h"
 #include "ui/FileText.h"
+#include "ui/ProgramMode.h"
 #include "ui/Prompt.h"
 #include "ui/ScreenFit.h"
 #include "ui/Session.h"
@@ -73,8 +74,8 @@ StudentsScreen::StudentsScreen(Session &session, QWidget *parent)
     setModal(true);
     setFont(QFont(QStringLiteral("Arial"), 10));
 
-    m_openHelp = [&paths = m_session.paths](QWidget *owner) {
-        HelpScreen help(HelpPage::Students, paths, owner);
+    m_openHelp = [&paths = m_session.paths, mode = m_session.mode](QWidget *owner) {
+        HelpScreen help(HelpPage::Students, paths, mode, owner);
         help.exec();
     };
     m_showBackups = [](BackupsDialog &dialog) { dialog.exec(); };
@@ -295,7 +296,11 @@ bool StudentsScreen::loadRoster()
 
     fillControls();
     m_deleteButton->setEnabled(m_studentList->count() > 1);
-    if (m_studentList->count() == 1 && m_studentList->currentItem() &&
+    applyProgramMode(*this, m_session.mode);
+    // Naming the class is the teacher's: in classroom mode the first student
+    // stays nameless until the teacher's copy names it.
+    if (m_session.mode == ProgramMode::Normal && m_studentList->count() == 1 &&
+        m_studentList->currentItem() &&
         m_studentList->currentItem()->text().isEmpty()) {
         wait.reset();
         askFirstName();
@@ -377,7 +382,8 @@ void StudentsScreen::enableLevelButtons()
 
 void StudentsScreen::onStudentListKey(Qt::Key key)
 {
-    if (key == Qt::Key_Delete && m_deleteButton->isEnabled())
+    // The key does what the button does, and nothing where the button is hidden.
+    if (key == Qt::Key_Delete && m_deleteButton->isVisibleTo(this) && m_deleteButton->isEnabled())
         deleteStudent();
 }
 

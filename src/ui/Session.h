@@ -8,6 +8,7 @@
 #include "core/DataPaths.h"
 #include "core/Students.h"
 #include "core/TestBank.h"
+#include "ui/ProgramMode.h"
 
 #include <initializer_list>
 #include <memory>
@@ -29,6 +30,8 @@ struct Session {
     StudentRecords records;
     DataPaths paths;
     Prompt &prompt;
+    // Set from the command line before the screens are built, which ask it.
+    ProgramMode mode = ProgramMode::Normal;
     // Set at start-up when the Tests file stayed where it was without being
     // used (it could not be read, or not be moved aside): no save replaces it.
     bool keepTestsFile = false;
