@@ -133,10 +133,9 @@ TEST(CommandLine, HelpListsEveryOptionOnOneLineAndVersionComesFromTheBuild)
 
     QStringList expected = {QStringLiteral("--help"),           QStringLiteral("--version"),
                             QStringLiteral("--data-dir <dir>"), QStringLiteral("--read-aloud"),
-                            QStringLiteral("--classroom"),
-                            QStringLiteral("--subject <name>"), QStringLiteral("--level <level>"),
-                            QStringLiteral("--count <n>"),      QStringLiteral("--seed <number>"),
-                            QStringLiteral("--no-key")};
+                            QStringLiteral("--classroom"),      QStringLiteral("--subject <name>"),
+                            QStringLiteral("--level <level>"),  QStringLiteral("--count <n>"),
+                            QStringLiteral("--seed <number>"),  QStringLiteral("--no-key")};
     for (const Job &job : jobs())
         expected.append(QStringLiteral("--%1 <%2>").arg(job.option, job.valueName));
     qsizetype listed = 0;

@@ -43,7 +43,8 @@ QString classroomNote(ProgramMode mode, const char *text)
 {
     if (mode != ProgramMode::Classroom)
         return {};
-    return QStringLiteral("<p><i>In this classroom copy of Tavrino,</i> %1").arg(QString::fromUtf8(text));
+    return QStringLiteral("<p><i>In this classroom copy of Tavrino,</i> %1")
+        .arg(QString::fromUtf8(text));
 }
 
 } // namespace

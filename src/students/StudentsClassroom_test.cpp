@@ -22,9 +22,8 @@ TEST_F(StudentsScreenTest, InClassroomModeAChildChoosesAndLooksButChangesNoNameO
         EXPECT_FALSE(control->isVisibleTo(screen.get())) << name;
         EXPECT_FALSE(control->isEnabled()) << name;
     }
-    for (const char *name : {"List1", "txtStudent", "cmbSubject", "optByStudent",
-                             "optBySubject", "Grid1", "cmdReport", "cmdExport", "cmdHelp",
-                             "cmdClose"}) {
+    for (const char *name : {"List1", "txtStudent", "cmbSubject", "optByStudent", "optBySubject",
+                             "Grid1", "cmdReport", "cmdExport", "cmdHelp", "cmdClose"}) {
         QWidget *control = child(*screen, name);
         EXPECT_TRUE(control->isVisibleTo(screen.get()) && control->isEnabled()) << name;
     }

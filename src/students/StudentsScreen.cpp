@@ -300,8 +300,7 @@ bool StudentsScreen::loadRoster()
     // Naming the class is the teacher's: in classroom mode the first student
     // stays nameless until the teacher's copy names it.
     if (m_session.mode == ProgramMode::Normal && m_studentList->count() == 1 &&
-        m_studentList->currentItem() &&
-        m_studentList->currentItem()->text().isEmpty()) {
+        m_studentList->currentItem() && m_studentList->currentItem()->text().isEmpty()) {
         wait.reset();
         askFirstName();
         wait.emplace();
