@@ -104,8 +104,9 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
-    // Closing the window (the close box, Alt+F4, the window manager) during a
-    // test asks first; quitting ends the test as Stop does, so its score is kept.
+    // Closing the window (the close box, Alt+F4, the window manager, Exit)
+    // during a test asks first; quitting ends the test as Stop does, so its
+    // score is kept. In classroom mode it asks between tests too.
     void closeEvent(QCloseEvent *event) override;
     // The problem, the question and the answers grow with the window.
     void resizeEvent(QResizeEvent *event) override;
