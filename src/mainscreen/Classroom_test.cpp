@@ -4,12 +4,16 @@
 // files in either mode.
 #include "MainScreenFixture_test.h"
 
+#include "core/HistoryCsv.h"
+#include "core/HistoryStore.h"
 #include "students/StudentsScreen.h"
 
 #include <QListWidget>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
+#include <sstream>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -27,9 +31,11 @@ public:
     // Ben, the second of three, chooses himself and level 2 on the Students
     // screen, answers three sums right and one wrong, the clock runs out and
     // the program is closed. The files of the data folder afterwards, by name
-    // (the backups by content alone: their names carry the time).
+    // (the backups by content alone: their names carry the time), and every
+    // answer the history recorded.
     std::map<std::string, std::vector<unsigned char>> run(ProgramMode mode)
     {
+        const std::string historyName = historyPath(dir.path()).filename().string();
         StudentRecords roster;
         for (const char *name : {"Ann", "Ben", "Cy"})
             roster.students.emplace_back(newStudent(5)).name = name;
@@ -58,13 +64,21 @@ public:
 
         std::map<std::string, std::vector<unsigned char>> files;
         for (const fs::directory_entry &entry : fs::recursive_directory_iterator(dir.path())) {
-            if (!entry.is_regular_file())
+            // The history's database is compared by what it records: SQLite
+            // salts its journal with random bytes in every run.
+            if (!entry.is_regular_file() ||
+                entry.path().filename().string().rfind(historyName, 0) == 0)
                 continue;
             const bool backup = entry.path().parent_path() == session.paths.backupsDir;
             const std::vector<unsigned char> bytes = readFileBytes(entry.path());
             files[backup ? "backup " + std::string(bytes.begin(), bytes.end())
                          : entry.path().filename().string()] = bytes;
         }
+        std::ostringstream history;
+        EXPECT_FALSE(exportHistoryCsv(dir.path(), history).has_value());
+        const std::string rows = history.str();
+        EXPECT_EQ(std::count(rows.begin(), rows.end(), '\n'), 5) << "a header and four answers";
+        files["history"] = std::vector<unsigned char>(rows.begin(), rows.end());
         return files;
     }
 

@@ -17,7 +17,7 @@ TEST_F(StudentsScreenTest, InClassroomModeAChildChoosesAndLooksButChangesNoNameO
     auto screen = openScreen();
 
     for (const char *name : {"cmdAddStudent", "cmdAddClass", "cmdDelete", "cmdResetTotals_Student",
-                             "cmdResetTotals_All", "cmdBackups"}) {
+                             "cmdResetTotals_All", "cmdBackups", "cmdProgress"}) {
         QWidget *control = child(*screen, name);
         EXPECT_FALSE(control->isVisibleTo(screen.get())) << name;
         EXPECT_FALSE(control->isEnabled()) << name;

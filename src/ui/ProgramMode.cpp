@@ -25,7 +25,8 @@ const std::vector<ClassroomLimits> &classroomLimits()
         {QStringLiteral("frmProfiles"),
          {QStringLiteral("cmdAddStudent"), QStringLiteral("cmdAddClass"),
           QStringLiteral("cmdDelete"), QStringLiteral("cmdResetTotals_Student"),
-          QStringLiteral("cmdResetTotals_All"), QStringLiteral("cmdBackups")},
+          QStringLiteral("cmdResetTotals_All"), QStringLiteral("cmdBackups"),
+          QStringLiteral("cmdProgress")},
          {QStringLiteral("txtStudent")}},
     };
     return limits;
