@@ -181,9 +181,9 @@ QString studentsHelpPage(ProgramMode mode)
     // First, so that a child reading on does not look for the buttons below.
     page += classroomNote(mode, "choose your own name, Subject and Level here and look at the "
                                 "scores. Only the teacher's copy can add, rename or delete "
-                                "Students, show their Progress, reset scores or restore "
-                                "backups, so the buttons described for these below are not "
-                                "shown.");
+                                "Students, show Progress, Facts or Who Needs Help, reset "
+                                "scores or restore backups, so the buttons described for these "
+                                "below are not shown.");
     page += join({
         EnterWarning,
         "<p><b><u>Selecting a Student:</u></b><br>",

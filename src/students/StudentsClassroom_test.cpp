@@ -16,8 +16,9 @@ TEST_F(StudentsScreenTest, InClassroomModeAChildChoosesAndLooksButChangesNoNameO
     session.mode = ProgramMode::Classroom;
     auto screen = openScreen();
 
-    for (const char *name : {"cmdAddStudent", "cmdAddClass", "cmdDelete", "cmdResetTotals_Student",
-                             "cmdResetTotals_All", "cmdBackups", "cmdProgress"}) {
+    for (const char *name :
+         {"cmdAddStudent", "cmdAddClass", "cmdDelete", "cmdResetTotals_Student",
+          "cmdResetTotals_All", "cmdBackups", "cmdProgress", "cmdFacts", "cmdClassView"}) {
         QWidget *control = child(*screen, name);
         EXPECT_FALSE(control->isVisibleTo(screen.get())) << name;
         EXPECT_FALSE(control->isEnabled()) << name;

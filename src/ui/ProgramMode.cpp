@@ -26,7 +26,8 @@ const std::vector<ClassroomLimits> &classroomLimits()
          {QStringLiteral("cmdAddStudent"), QStringLiteral("cmdAddClass"),
           QStringLiteral("cmdDelete"), QStringLiteral("cmdResetTotals_Student"),
           QStringLiteral("cmdResetTotals_All"), QStringLiteral("cmdBackups"),
-          QStringLiteral("cmdProgress")},
+          QStringLiteral("cmdProgress"), QStringLiteral("cmdFacts"),
+          QStringLiteral("cmdClassView")},
          {QStringLiteral("txtStudent")}},
     };
     return limits;
