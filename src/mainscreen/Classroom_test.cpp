@@ -146,16 +146,6 @@ TEST_F(MainScreenTest, InClassroomModeExitAndTheWindowsCloseBoxAskFirstAndATestA
     EXPECT_EQ(prompt.shown().size(), 4u);
 }
 
-TEST_F(MainScreenTest, TheTeachersCopyShowsEveryButtonAndClosesWithoutAsking)
-{
-    startUp();
-    EXPECT_EQ(showing({"cmdSelectStudent", "cmdTest", "cmdWorksheet", "cmdHelp", "cmdExit"}),
-              "cmdSelectStudent|cmdTest|cmdWorksheet|cmdHelp|cmdExit");
-    button("cmdExit")->click();
-    EXPECT_FALSE(screen->isVisible());
-    EXPECT_TRUE(prompt.shown().empty());
-}
-
 TEST(ClassroomMode, AChildsSessionWritesTheSameFilesAsInTheTeachersCopy)
 {
     ChildSession teachers;
