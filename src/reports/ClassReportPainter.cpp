@@ -1,6 +1,7 @@
 #include "reports/ClassReportPainter.h"
 
 #include "reports/HeatScale.h"
+#include "reports/PrintStyle.h"
 #include "reports/ScoreGlyphs.h"
 
 #include <QFontMetricsF>
@@ -14,6 +15,8 @@
 
 namespace {
 
+using PrintStyle::text;
+
 // Sizes in points.
 constexpr double Padding = 3;
 constexpr double NameShare = 0.21; // of the printable width
@@ -26,33 +29,15 @@ constexpr double FrameWidth = 1.4;
 constexpr double InnerFrameWidth = 0.9;
 constexpr double LegendGap = 22;
 
-const QColor GridColour(0xC8, 0xC8, 0xC8);
-const QColor HeaderFill(0xEC, 0xEC, 0xEC);
-const QColor QuietText(0x55, 0x55, 0x55);
-
-QFont reportFont(double points, bool bold = false)
-{
-    QFont font(QStringLiteral("Arial"));
-    font.setStyleHint(QFont::SansSerif);
-    font.setPointSizeF(points);
-    font.setBold(bold);
-    return font;
-}
-
-QString text(const std::string &utf8)
-{
-    return QString::fromStdString(utf8);
-}
-
 } // namespace
 
 ClassReportPainter::ClassReportPainter(QPagedPaintDevice &device, const ClassReport &report)
-    : m_device(device), m_report(report), m_titleFont(reportFont(20, true)),
-      m_textFont(reportFont(9.5)), m_headingFont(reportFont(13, true)),
-      m_captionFont(reportFont(9, true)), m_nameFont(reportFont(9)),
-      m_highFont(reportFont(11, true)), m_lastFont(reportFont(7)), m_footerFont(reportFont(7.5)),
-      m_highGlyphs(m_highFont, device), m_lastGlyphs(m_lastFont, device),
-      m_lists(device, report.lists, FooterHeight)
+    : m_device(device), m_report(report), m_titleFont(PrintStyle::font(20, true)),
+      m_textFont(PrintStyle::font(9.5)), m_headingFont(PrintStyle::font(13, true)),
+      m_captionFont(PrintStyle::font(9, true)), m_nameFont(PrintStyle::font(9)),
+      m_highFont(PrintStyle::font(11, true)), m_lastFont(PrintStyle::font(7)),
+      m_footerFont(PrintStyle::font(7.5)), m_highGlyphs(m_highFont, device),
+      m_lastGlyphs(m_lastFont, device), m_lists(device, report.lists, FooterHeight)
 {
     for (std::size_t step = 0; step < m_palette.size(); ++step) {
         const QColor fill = heatColour(static_cast<double>(step) / (m_palette.size() - 1));
@@ -161,7 +146,7 @@ void ClassReportPainter::paintTitle(QPainter &painter)
                                  ? QStringLiteral("1 student")
                                  : QStringLiteral("%1 students").arg(m_report.studentCount);
     painter.setFont(m_textFont);
-    painter.setPen(QuietText);
+    painter.setPen(PrintStyle::QuietText);
     painter.drawText(at(0, y + body.ascent() / m_scale),
                      text(m_report.date) + QStringLiteral("  \u00b7  ") + students);
     y += body.lineSpacing() / m_scale + TitleGap;
@@ -221,7 +206,7 @@ void ClassReportPainter::paintLegend(QPainter &painter, double top)
     paintOwnLevelFrame(painter, x, top, cellHeight);
     x += m_cellWidth + Padding * 2;
     caption(QStringLiteral("the student's\nown level"));
-    painter.setPen(QPen(GridColour, Hairline * m_scale));
+    painter.setPen(QPen(PrintStyle::GridColour, Hairline * m_scale));
     painter.drawRect(box(x, top, m_cellWidth, cellHeight));
     x += m_cellWidth + Padding * 2;
     caption(QStringLiteral("no results\nyet"));
@@ -265,7 +250,7 @@ void ClassReportPainter::paintSegment(QPainter &painter, const TableSegment &seg
     // The captions, repeated on every page the table reaches.
     const double headerTop = segment.top + m_measures.headingHeight;
     const double headerHeight = m_measures.headerHeight;
-    painter.fillRect(box(0, headerTop, m_width, headerHeight), HeaderFill);
+    painter.fillRect(box(0, headerTop, m_width, headerHeight), PrintStyle::HeaderFill);
     painter.setFont(m_captionFont);
     painter.drawText(box(Padding, headerTop, m_nameWidth, headerHeight),
                      Qt::AlignLeft | Qt::AlignVCenter, QStringLiteral("Student"));
@@ -315,7 +300,7 @@ void ClassReportPainter::paintCells(QPainter &painter, const SubjectTable &table
         const QStringList &lines = m_nameLines[i];
         const double linesHeight = lines.size() * m_nameLine;
         double lineTop = y + std::max(Padding, (heights[i] - linesHeight) / 2);
-        painter.setPen(row.name.empty() ? QuietText : Qt::black);
+        painter.setPen(row.name.empty() ? PrintStyle::QuietText : Qt::black);
         if (row.name.empty())
             painter.drawText(at(Padding, lineTop + name.ascent() / m_scale),
                              QStringLiteral("(no name)"));
@@ -330,7 +315,7 @@ void ClassReportPainter::paintCells(QPainter &painter, const SubjectTable &table
     }
     const double bottom = y;
 
-    painter.setPen(QPen(GridColour, Hairline * m_scale));
+    painter.setPen(QPen(PrintStyle::GridColour, Hairline * m_scale));
     y = top;
     for (std::size_t i = segment.firstRow; i < end; ++i) {
         y += heights[i];
@@ -383,7 +368,7 @@ void ClassReportPainter::paintFooter(QPainter &painter, int index)
     const double top = m_height - FooterHeight;
     const QRectF line = box(0, top, m_width, FooterHeight);
     painter.setFont(m_footerFont);
-    painter.setPen(QuietText);
+    painter.setPen(PrintStyle::QuietText);
     // The legend in a line, for a page read on its own, in the middle; the
     // title on the left is shortened rather than run into it.
     QString key;

@@ -1,6 +1,7 @@
 #include "reports/FactsReport.h"
 
 #include "reports/MasteryLook.h"
+#include "reports/PrintStyle.h"
 #include "reports/ReportPageSetup.h"
 
 #include <QFontMetricsF>
@@ -16,29 +17,14 @@
 
 namespace {
 
+using PrintStyle::text;
+
 // Sizes in points, as in the class report.
 constexpr double FooterHeight = 16;
 constexpr double Gap = 6;
 constexpr double LargestCell = 34;
 constexpr double GroupCellWidth = 74;
 constexpr double Hairline = 0.5;
-const QColor GridColour(0xC8, 0xC8, 0xC8);
-const QColor HeaderFill(0xEC, 0xEC, 0xEC);
-const QColor QuietText(0x55, 0x55, 0x55);
-
-QFont reportFont(double points, bool bold = false)
-{
-    QFont font(QStringLiteral("Arial"));
-    font.setStyleHint(QFont::SansSerif);
-    font.setPointSizeF(points);
-    font.setBold(bold);
-    return font;
-}
-
-QString text(const std::string &utf8)
-{
-    return QString::fromStdString(utf8);
-}
 
 QString gridHeading(const FactGrid &grid)
 {
@@ -50,9 +36,9 @@ QString gridHeading(const FactGrid &grid)
 } // namespace
 
 FactsReportPainter::FactsReportPainter(QPagedPaintDevice &device, const FactsReport &report)
-    : m_device(device), m_report(report), m_titleFont(reportFont(20, true)),
-      m_headingFont(reportFont(13, true)), m_textFont(reportFont(9.5)),
-      m_cellFont(reportFont(10, true)), m_footerFont(reportFont(7.5)),
+    : m_device(device), m_report(report), m_titleFont(PrintStyle::font(20, true)),
+      m_headingFont(PrintStyle::font(13, true)), m_textFont(PrintStyle::font(9.5)),
+      m_cellFont(PrintStyle::font(10, true)), m_footerFont(PrintStyle::font(7.5)),
       m_lists(device, report.lists, FooterHeight)
 {
     m_scale = std::max(1, device.logicalDpiY()) / 72.0;
@@ -128,7 +114,7 @@ void FactsReportPainter::paintGridPage(QPainter &painter, const FactGrid &grid, 
     for (const Mastery mastery : MasteryLegend) {
         const QRectF cell = box(left, top + 2, swatch, swatch);
         painter.fillRect(cell, masteryFill(mastery));
-        painter.setPen(QPen(GridColour, Hairline * m_scale));
+        painter.setPen(QPen(PrintStyle::GridColour, Hairline * m_scale));
         painter.drawRect(cell);
         painter.setPen(Qt::black);
         painter.drawText(cell, Qt::AlignCenter, masteryMark(mastery));
@@ -140,7 +126,7 @@ void FactsReportPainter::paintGridPage(QPainter &painter, const FactGrid &grid, 
     }
     top += swatch + 2 * Gap;
     if (grid.operation == 1 || grid.operation == 3) {
-        painter.setPen(QuietText);
+        painter.setPen(PrintStyle::QuietText);
         painter.drawText(box(0, top, m_width, line(m_textFont)), Qt::AlignLeft,
                          grid.operation == 1
                              ? QStringLiteral("Rows: the number taken away. Columns: the answer.")
@@ -164,17 +150,18 @@ void FactsReportPainter::paintTable(QPainter &painter, const FactGrid &grid, dou
     auto paintCell = [&](double x, double y, const QColor &fill, const QString &mark) {
         const QRectF rect = box(x, y, cell, cell);
         painter.fillRect(rect, fill);
-        painter.setPen(QPen(GridColour, Hairline * m_scale));
+        painter.setPen(QPen(PrintStyle::GridColour, Hairline * m_scale));
         painter.drawRect(rect);
         painter.setPen(Qt::black);
         painter.drawText(rect, Qt::AlignCenter, mark);
     };
-    paintCell(0, top, HeaderFill, text(operationSign(grid.operation)));
+    paintCell(0, top, PrintStyle::HeaderFill, text(operationSign(grid.operation)));
     for (std::size_t c = 0; c < grid.columnNumbers.size(); ++c)
-        paintCell(cell * double(c + 1), top, HeaderFill, QString::number(grid.columnNumbers[c]));
+        paintCell(cell * double(c + 1), top, PrintStyle::HeaderFill,
+                  QString::number(grid.columnNumbers[c]));
     for (std::size_t r = 0; r < grid.rows.size(); ++r) {
         const double y = top + cell * double(r + 1);
-        paintCell(0, y, HeaderFill, QString::number(grid.rowNumbers[r]));
+        paintCell(0, y, PrintStyle::HeaderFill, QString::number(grid.rowNumbers[r]));
         for (std::size_t c = 0; c < grid.rows[r].size(); ++c) {
             const Mastery mastery = grid.rows[r][c].mastery;
             paintCell(cell * double(c + 1), y, masteryFill(mastery), masteryMark(mastery));
@@ -203,7 +190,7 @@ void FactsReportPainter::paintGroups(QPainter &painter, const FactGrid &grid, do
             const QRectF rect =
                 box(GroupCellWidth * double(i % perLine), top, GroupCellWidth, cellHeight);
             painter.fillRect(rect, masteryFill(fact.mastery));
-            painter.setPen(QPen(GridColour, Hairline * m_scale));
+            painter.setPen(QPen(PrintStyle::GridColour, Hairline * m_scale));
             painter.drawRect(rect);
             painter.setPen(Qt::black);
             painter.drawText(rect, Qt::AlignCenter,
@@ -221,7 +208,7 @@ void FactsReportPainter::paintFooter(QPainter &painter, int index)
 {
     const QRectF line = box(0, m_height - FooterHeight, m_width, FooterHeight);
     painter.setFont(m_footerFont);
-    painter.setPen(QuietText);
+    painter.setPen(PrintStyle::QuietText);
     painter.drawText(line, Qt::AlignRight | Qt::AlignBottom,
                      QStringLiteral("Page %1 of %2").arg(index + 1).arg(pageCount()));
     painter.drawText(line, Qt::AlignLeft | Qt::AlignBottom,

@@ -1,5 +1,6 @@
 #include "worksheets/WorksheetLayout.h"
 
+#include "reports/PrintStyle.h"
 #include "worksheets/Worksheet.h"
 
 #include <QFontMetricsF>
@@ -10,6 +11,8 @@
 #include <cmath>
 
 namespace {
+
+using PrintStyle::text;
 
 using Role = PlacedText::Role;
 
@@ -46,20 +49,6 @@ constexpr double NameShare = 0.62; // of the width, for the name's line
 
 const QString Separator = QStringLiteral("  \u00B7  ");
 
-QFont sheetFont(double points, bool bold = false)
-{
-    QFont font(QStringLiteral("Arial"));
-    font.setStyleHint(QFont::SansSerif);
-    font.setPointSizeF(points);
-    font.setBold(bold);
-    return font;
-}
-
-QString text(const std::string &utf8)
-{
-    return QString::fromStdString(utf8);
-}
-
 QString numbered(int index)
 {
     return QStringLiteral("%1.").arg(index + 1);
@@ -71,10 +60,10 @@ WorksheetLayout::WorksheetLayout(const QPaintDevice &device, const Worksheet &sh
     : m_device(device), m_sheet(sheet)
 {
     for (std::size_t role = 0; role < m_fonts.size(); ++role)
-        m_fonts[role] = sheetFont(Points[role]);
+        m_fonts[role] = PrintStyle::font(Points[role]);
     m_fonts[static_cast<std::size_t>(Role::Heading)].setBold(true);
     m_fonts[static_cast<std::size_t>(Role::Instruction)].setItalic(true);
-    m_fonts[static_cast<std::size_t>(Role::Number)] = sheetFont(
+    m_fonts[static_cast<std::size_t>(Role::Number)] = PrintStyle::font(
         Points[static_cast<std::size_t>(sheet.isArithmetic() ? Role::Problem : Role::Question)],
         true);
 
